@@ -1,0 +1,1 @@
+# The programs, the resource files and the benchmarks.

@@ -1,0 +1,60 @@
+# A building is a folder of floors, named from the ground up; each floor is a library that may use the floors below it.
+
+# wr_building(MacToolbox FLOORS Base Data ... USES libraries)
+function(wr_building name)
+  cmake_parse_arguments(ARG "" "" "FLOORS;USES" ${ARGN})
+  set(below ${ARG_USES})
+  foreach(floor IN LISTS ARG_FLOORS)
+    wr_floor(${name} ${floor} USES ${below})
+    list(APPEND below ${name}.${floor})
+  endforeach()
+  add_library(${name} INTERFACE)
+  target_link_libraries(${name} INTERFACE ${below})
+endfunction()
+
+# One floor: every source of the folder, compiled once.
+function(wr_floor building floor)
+  cmake_parse_arguments(ARG "" "" "USES" ${ARGN})
+  file(GLOB sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/${building}/${floor}/*.cpp)
+  if(sources)
+    add_library(${building}.${floor} STATIC ${sources})
+    target_link_libraries(${building}.${floor} PUBLIC wr_options ${ARG_USES})
+  else()
+    add_library(${building}.${floor} INTERFACE)
+    target_link_libraries(${building}.${floor} INTERFACE wr_options ${ARG_USES})
+  endif()
+endfunction()
+
+# The tests of one folder under Tests/: wr_tests(QuickDraw USES MacToolbox.QuickDraw [LABELS threads])
+function(wr_tests folder)
+  cmake_parse_arguments(ARG "" "" "USES;LABELS" ${ARGN})
+  file(GLOB sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/Tests/${folder}/*.cpp)
+  if(NOT sources)
+    return()
+  endif()
+  add_executable(test_${folder} ${sources})
+  target_link_libraries(test_${folder} PRIVATE ${ARG_USES} GTest::gtest_main)
+  set(labels ${folder} ${ARG_LABELS})
+  gtest_discover_tests(test_${folder} DISCOVERY_MODE PRE_TEST
+    TEST_PREFIX ${folder}. WORKING_DIRECTORY ${PROJECT_BINARY_DIR}
+    PROPERTIES LABELS "${labels}" TIMEOUT 600)
+endfunction()
+
+# A fuzz target and its seed corpus: wr_fuzz(ResourceFile USES MacToolbox.Data). Under clang it is a libFuzzer program;
+# everywhere it is also a plain test that runs the corpus once.
+function(wr_fuzz name)
+  cmake_parse_arguments(ARG "" "" "USES" ${ARGN})
+  set(source ${PROJECT_SOURCE_DIR}/Tests/Fuzz/${name}Fuzz.cpp)
+  add_executable(fuzz_${name} ${source})
+  target_link_libraries(fuzz_${name} PRIVATE ${ARG_USES})
+  if(WR_FUZZ)
+    target_link_options(fuzz_${name} PRIVATE -fsanitize=fuzzer)
+  else()
+    target_sources(fuzz_${name} PRIVATE ${PROJECT_SOURCE_DIR}/Tests/Fuzz/RunCorpus.cpp)
+  endif()
+  add_test(NAME Fuzz.${name} COMMAND fuzz_${name} ${PROJECT_SOURCE_DIR}/Tests/Fuzz/Corpus/${name})
+  if(WR_FUZZ)
+    set_tests_properties(Fuzz.${name} PROPERTIES DISABLED TRUE) # libFuzzer would write into the corpus
+  endif()
+  set_tests_properties(Fuzz.${name} PROPERTIES LABELS fuzz TIMEOUT 600)
+endfunction()
