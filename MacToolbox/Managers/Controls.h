@@ -17,12 +17,11 @@ using ControlDef = std::function<Int(Int variant, const ControlHandle& control, 
 using ControlAction = std::function<void(const ControlHandle& control, Int part)>;
 
 /// Messages to a definition; only drawCntl, testCntl, initCntl and dispCntl are sent.
-enum : Int {
-    drawCntl = 0, testCntl = 1, calcCRgns = 2, initCntl = 3, dispCntl = 4, posCntl = 5,
-    thumbCntl = 6, dragCntl = 7, autoTrack = 8, calcCntlRgn = 10, calcThumbRgn = 11
-};
-enum : Int { pushButProc = 0, checkBoxProc = 1, radioButProc = 2, useWFont = 8, scrollBarProc = 16 };
-enum : Int { inButton = 10, inCheckBox = 11, inUpButton = 20, inDownButton = 21, inPageUp = 22, inPageDown = 23, inThumb = 129 };
+inline constexpr Int drawCntl = 0, testCntl = 1, calcCRgns = 2, initCntl = 3, dispCntl = 4, posCntl = 5, thumbCntl = 6,
+                     dragCntl = 7, autoTrack = 8, calcCntlRgn = 10, calcThumbRgn = 11;
+inline constexpr Int pushButProc = 0, checkBoxProc = 1, radioButProc = 2, useWFont = 8, scrollBarProc = 16;
+inline constexpr Int inButton = 10, inCheckBox = 11, inUpButton = 20, inDownButton = 21, inPageUp = 22,
+                     inPageDown = 23, inThumb = 129;
 
 struct ControlRecord : std::enable_shared_from_this<ControlRecord> {
     Rect contrlRect; ///< local to the port

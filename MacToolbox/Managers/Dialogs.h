@@ -23,13 +23,8 @@ using UserItemProc = std::function<void(const DialogPtr& dialog, Int item)>;
 using DialogFilter = std::function<bool(const DialogPtr& dialog, EventRecord& event, Int& item)>;
 
 /// Item types; a kind is a type without `itemDisable`, which means that a hit does not end the dialog.
-enum : Int {
-    userItem = 0, ctrlItem = 4, btnCtrl = 0, chkCtrl = 1, radCtrl = 2, resCtrl = 3,
-    statText = 8, editText = 16, iconItem = 32, picItem = 64, itemDisable = 128
-};
-/// Numbers of the standard buttons, and the icons of the alerts.
-enum : Int { ok = 1, cancel = 2 };
-enum : Int { stopIcon = 0, noteIcon = 1, cautionIcon = 2 };
+inline constexpr Int userItem = 0, ctrlItem = 4, btnCtrl = 0, chkCtrl = 1, radCtrl = 2, resCtrl = 3, statText = 8,
+                     editText = 16, iconItem = 32, picItem = 64, itemDisable = 128;
 
 /// What a dialog item shows.
 struct DItemHandle {

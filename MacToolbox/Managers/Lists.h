@@ -20,8 +20,9 @@ using Cell = Point;
 using ListDef = std::function<void(Int message, bool selected, const Rect& rect, Cell cell,
     std::span<const std::uint8_t> bytes, const ListHandle& list)>;
 
-enum : Int { lOnlyOne = 128, lExtendDrag = 64, lNoDisjoint = 32, lNoExtend = 16, lNoRect = 8, lUseSense = 4, lNoNilHilite = 2 };
-enum : Int { lInitMsg = 0, lDrawMsg = 1, lHiliteMsg = 2, lCloseMsg = 3 };
+inline constexpr Int lOnlyOne = 128, lExtendDrag = 64, lNoDisjoint = 32, lNoExtend = 16, lNoRect = 8, lUseSense = 4,
+                     lNoNilHilite = 2;
+inline constexpr Int lInitMsg = 0, lDrawMsg = 1, lHiliteMsg = 2, lCloseMsg = 3;
 
 struct ListRec : std::enable_shared_from_this<ListRec> {
     Rect rView; ///< local, without the scroll bar

@@ -12,7 +12,7 @@
 
 namespace MacToolbox {
 
-enum : Int { noMark = 0, checkMark = 18 };
+inline constexpr Int noMark = 0, checkMark = 18;
 
 struct MenuRecord {
     struct Item {

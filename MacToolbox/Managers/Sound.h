@@ -16,9 +16,8 @@ namespace MacToolbox {
 struct SndChannel;
 using SndChannelPtr = std::shared_ptr<SndChannel>;
 
-enum : Int {
-    nullCmd = 0, quietCmd = 3, flushCmd = 4, callBackCmd = 13, freqDurationCmd = 40, restCmd = 41, soundCmd = 80, bufferCmd = 81
-};
+inline constexpr Int nullCmd = 0, quietCmd = 3, flushCmd = 4, callBackCmd = 13, freqDurationCmd = 40, restCmd = 41,
+                     soundCmd = 80, bufferCmd = 81;
 inline constexpr OSErr notEnoughHardwareErr = -201;
 inline constexpr OSErr badChannel = -205;
 

@@ -12,7 +12,7 @@
 
 namespace MacToolbox {
 
-enum : Int { teJustLeft = 0, teFlushDefault = 0, teJustCenter = 1, teJustRight = -1 };
+inline constexpr Int teJustLeft = 0, teFlushDefault = 0, teJustCenter = 1, teJustRight = -1;
 
 struct TERec {
     /// Where a character stands: `h` of the pen, `top` of its line.

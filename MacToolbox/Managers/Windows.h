@@ -17,10 +17,10 @@ struct WindowRecord;
 struct ControlRecord;
 using WindowPtr = std::shared_ptr<WindowRecord>;
 
-enum : Int { documentProc = 0, dBoxProc = 1, plainDBoxProc = 2, altDBoxProc = 3, noGrowDocProc = 4 };
-enum : Int { dialogKind = 2, userKind = 8 };
+inline constexpr Int documentProc = 0, dBoxProc = 1, plainDBoxProc = 2, altDBoxProc = 3, noGrowDocProc = 4;
+inline constexpr Int dialogKind = 2, userKind = 8;
 /// Part codes of `FindWindow`, which gives only inDesk, inMenuBar, inContent and inDrag.
-enum : Int { inDesk = 0, inMenuBar = 1, inSysWindow = 2, inContent = 3, inDrag = 4, inGrow = 5, inGoAway = 6 };
+inline constexpr Int inDesk = 0, inMenuBar = 1, inSysWindow = 2, inContent = 3, inDrag = 4, inGrow = 5, inGoAway = 6;
 
 /// One window. Made by `makeWindow`, `NewWindow` or `GetNewWindow`, which also join its port to it.
 struct WindowRecord {
