@@ -3,6 +3,7 @@
 #include "MacToolbox/Base/Clock.h"
 #include "MacToolbox/Base/Geometry.h"
 #include "MacToolbox/Base/Memory.h"
+#include "MacToolbox/QuickDraw/QuickDraw.h" // GetMainDevice and its like
 
 #include <functional>
 #include <memory>
@@ -67,19 +68,6 @@ inline constexpr Int OSTrap = 0, ToolTrap = 1;
 /// The address of a trap; that of 0xA89F stands for "not implemented".
 Int NGetTrapAddress(Int trap, Int type);
 Int GetTrapAddress(Int trap);
-
-/// A graphics device; there is one.
-struct GDevice {
-    Rect gdRect{0, 0, 342, 512};
-    Int pixelSize = 1;
-};
-using GDHandle = std::shared_ptr<GDevice>;
-GDHandle GetMainDevice();
-inline GDHandle GetGDevice() { return GetMainDevice(); }
-inline GDHandle GetDeviceList() { return GetMainDevice(); }
-inline GDHandle GetMaxDevice(const Rect&) { return GetMainDevice(); }
-inline GDHandle GetNextDevice(const GDHandle&) { return nullptr; }
-inline void SetGDevice(const GDHandle&) {}
 
 // Bits.
 

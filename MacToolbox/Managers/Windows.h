@@ -133,7 +133,4 @@ void EndUpdate(const WindowPtr& w);
 /// What lies under the global point. @param w  Set to the window, or nil. @return inMenuBar for v below 20.
 Int FindWindow(Point global, WindowPtr& w);
 
-/// Makes the window's port current; nothing for nil.
-void SetPort(const WindowPtr& w);
-
 } // namespace MacToolbox
