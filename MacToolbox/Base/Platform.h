@@ -92,7 +92,10 @@ public:
     /// The folder of the user's data, without a slash at its end; may not exist. WR_DATA, else "The Wainroad" in the
     /// user's data folder.
     std::string dataFolder();
-    /// The folders in which a resource file is looked for, in order.
+    /// The folder of the executable, without a slash at its end.
+    virtual std::string programFolder();
+    /// The folders in which a resource file is looked for, in order: the executable's own, the bundle beside it, the
+    /// bundle's `Resources`, and `share/wainroad` of the place where it is installed.
     virtual std::vector<std::string> resourceFolders();
 
     /// The platform in force; one with no window and no sound if none was installed.
