@@ -50,12 +50,10 @@ std::string folder(Int vRefNum, Int dirID = 0);
 std::string url(Int vRefNum, Int dirID, const std::optional<Str255>& name);
 /// The working directory number of a folder: -200, -201, ...; the same folder always has the same number.
 Int wd(const std::string& folderPath);
-/// The number of a file's folder and its name, ":" shown as "/", at most `maxLength` characters of Mac OS Roman.
-struct Place {
-    Int vRefNum = 0;
-    Str255 name{0};
-};
-Place place(const std::string& path, std::size_t maxLength = 255);
+/// The folder of a file.
+std::string folderOf(const std::string& path);
+/// The name of a file, ":" shown as "/", at most `maxLength` characters of Mac OS Roman. Any thread.
+Str255 nameOf(const std::string& path, std::size_t maxLength = 255);
 
 /// Type, creator and flags; without them a name ending in ".txt" has type 'TEXT', any other file zeros. Any thread.
 FInfo finderInfo(const std::string& path);
