@@ -44,8 +44,12 @@ void CloseConfig();
 void FlushConfig();
 /// @return 1 if the date moved, or the file was missing (it is made) or cannot be asked; else 0.
 Int ConfigFileChanged();
+/// Reads the file again if its date moved. `gOptions` stays as it is.
+/// @return True if it was read.
+bool RereadConfig();
+/// Makes a new file from `CONF` 1000. On any error no half-made file stays, and the program ends.
 void CreateConfig();
-/// Shows a text of `STR#` 3000 and ends the program.
+/// Shows the text `code` of `STR#` 3000, says it on standard error too, and ends the program with status 0.
 [[noreturn]] void ConfigError(Int code);
 
 } // namespace Wainroad
