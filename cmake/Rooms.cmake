@@ -16,6 +16,7 @@ endfunction()
 function(wr_floor building floor)
   cmake_parse_arguments(ARG "" "" "USES" ${ARGN})
   file(GLOB sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/${building}/${floor}/*.cpp)
+  list(FILTER sources EXCLUDE REGEX "/main\\.cpp$") # a program's, not the library's
   if(sources)
     add_library(${building}.${floor} STATIC ${sources})
     target_link_libraries(${building}.${floor} PUBLIC wr_options ${ARG_USES})
