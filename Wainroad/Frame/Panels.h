@@ -86,6 +86,9 @@ struct View {
     Int layer() const { return type >> 8 & 0xFF; }
 };
 
+/// Frees the views that were disposed. Only from where no handler is running.
+void EmptyLimbo();
+
 /// Gives `msg` to the view's handler. @return Its answer; 0 without a handler.
 Int SendMsg(View& view, Msg& msg);
 /// The same with a fresh message.
@@ -111,6 +114,8 @@ View* FindPanel(const ViewProc& proc);
 void ClosePanel(const ViewProc& proc);
 /// True if the view is a panel of the root now.
 bool IsPanel(const View* view);
+/// Marks the view's rectangle, grown by `outset` on each side, for redrawing.
+void InvalView(View& view, Int outset = 0);
 
 /// Item `n` of a panel, from 1; 0 is the panel itself. Nil if there is none.
 View* GetItem(View& panel, Int n);
@@ -140,13 +145,15 @@ extern Int gTELimitWidth;    ///< non-zero: `gTEMaxWidth` holds
 extern Int gTEMaxWidth;      ///< pixels
 
 /// Makes `panel` own the keys with these buttons; the fields for text are left alone.
-void SetKeys(View& panel, Int outline = 1, Int returnItem = 1, Int cancelItem = 0);
+void SetKeys(View& panel, Int outlined = 1, Int returnItem = 1, Int cancelItem = 0);
 /// Saves the table (but the width limit), one level deep, and clears it.
 void PushKeys();
 /// Brings the saved table back; it stays saved.
 void PopKeys();
 /// Clears the live and the saved table, and the width limit.
 void ClearKeys();
+/// Forgets a view that goes: nobody's panel owns the keys then.
+void ForgetKeys(const View& view);
 /// Draws the default ring of `gOutlineItem`.
 void DrawOutline();
 
@@ -157,9 +164,13 @@ void DrawOutline();
 void AddTimer(View& view, Int interval);
 /// Takes away the view's first timer.
 void RemoveTimer(View& view);
+/// Takes away all of them.
+void RemoveTimers(View& view);
 void TimersInit();
 /// One step of all timers. Also runs while a button or a control is held.
 void TimersRun();
+/// Time that has passed so far counts as no step.
+void TimersResume();
 /// Slots in use, 0 to 16.
 Int TimerCount();
 
@@ -167,6 +178,7 @@ Int TimerCount();
 
 extern View* gRootView;
 extern WindowPtr gWindow;  ///< the one game window, or nil
+inline bool gInBackground = false; ///< the game window is deactivated; kept by `ActivateWindow`
 extern GrafPtr gSavePort;  ///< the port from before the game window, or nil
 extern View* gFocus;       ///< the edit item that owns the text cursor
 extern TEHandle gTE;       ///< the one text record, shared by all edit items

@@ -365,17 +365,23 @@ Int CheckWagons()
     return 0;
 }
 
+bool StopsTheTrain(const Wagon& wagon)
+{
+    if (wagon.supply[kOxen] == 0 || (wagon.flags & (kFlagHunting | kFlagInStore)) != 0)
+        return true;
+    for (Int part = kFirstPart; part <= kThirdPart; ++part)
+        if ((wagon.flags & BrokenBit(part)) != 0 && wagon.supply[static_cast<std::size_t>(part)] == 0)
+            return true;
+    return false;
+}
+
 bool CantContinue()
 {
     for (Int slot = 0; slot < kMaxWagons; ++slot) {
         if (!SlotUsed(gState, slot))
             continue;
-        const Wagon& wagon = WagonOf(gState, slot);
-        if (wagon.supply[kOxen] == 0 || (wagon.flags & (kFlagHunting | kFlagInStore)) != 0)
+        if (StopsTheTrain(WagonOf(gState, slot)))
             return true;
-        for (Int part = kFirstPart; part <= kThirdPart; ++part)
-            if ((wagon.flags & BrokenBit(part)) != 0 && wagon.supply[static_cast<std::size_t>(part)] == 0)
-                return true;
     }
     return false;
 }

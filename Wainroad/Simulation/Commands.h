@@ -48,6 +48,8 @@ void CommandFilter(const PacketHeader& packet);
 Int CheckWagons();
 /// The view's twin of `CheckWagons`: asks `gState`, changes nothing.
 bool CantContinue();
+/// True if this wagon has no oxen, is out hunting or shopping, or lacks a part for a broken one.
+bool StopsTheTrain(const Wagon& wagon);
 /// Ends every wagon if nothing is left in the whole train.
 void CheckEmptyTrain();
 
