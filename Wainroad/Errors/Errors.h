@@ -29,9 +29,8 @@ ErrorHooks& errorHooks();
 /// missing alert, goes to `Fatal` with "DiskError".
 void DiskError(Int error, bool fatal);
 
-/// Stops with the text `code` of `STR#` 3000: the configuration file cannot be used. Says it on standard error too;
-/// status 0.
-[[noreturn]] void ConfigError(Int code);
+/// Says a text that ends the program on standard error too, as one line of UTF-8.
+void PrintError(const Str255& text);
 
 /// Finds the text of an error number in `STR#` 1000. @return False if there is none; `text` is then unchanged.
 bool ErrorMessage(Int number, Str255& text);

@@ -11,6 +11,8 @@ using namespace MacToolbox;
 /// then leave (20, 0, 342, 512).
 void CenterRect(Rect& r);
 
+/// The first 255 bytes as a counted string.
+Str255 PStrOf(std::span<const std::uint8_t> text);
 /// Copies a counted string; an empty array becomes the empty string.
 void PStrCopy(const Str255& src, Str255& dst);
 /// The offset of the first `needle` in `haystack`, from 0; -1 if there is none or the needle is empty.
