@@ -54,18 +54,20 @@ using StrikePtr = std::shared_ptr<const FontStrike>;
 struct StyledGlyph {
     Int left = 0, top = 0, width = 0, height = 0;
     Int advance = 0;
-    Int wordsPerRow = 0;              ///< 64-bit words a row
-    std::vector<std::uint64_t> words; ///< `height` rows; the leftmost pixel is the top bit
+    /// The pixels in columns of 64, each `columnHeight` words from the top down; the leftmost pixel is the top bit.
+    /// The words below the last row are 0.
+    std::vector<std::uint64_t> words;
 
+    Int columns() const { return (width + 63) >> 6; }
+    Int columnHeight() const { return (height + 2) & ~Int {1}; }
     bool bit(Int x, Int y) const
     {
-        return x >= 0 && y >= 0 && x < width && y < height
-            && words[static_cast<std::size_t>(y * wordsPerRow + (x >> 6))] >> (63 - (x & 63)) & 1;
+        return x >= 0 && y >= 0 && x < width && y < height && words[wordOf(x, y)] >> (63 - (x & 63)) & 1;
     }
-    void setBit(Int x, Int y)
-    {
-        words[static_cast<std::size_t>(y * wordsPerRow + (x >> 6))] |= std::uint64_t {1} << (63 - (x & 63));
-    }
+    void setBit(Int x, Int y) { words[wordOf(x, y)] |= std::uint64_t {1} << (63 - (x & 63)); }
+
+private:
+    std::size_t wordOf(Int x, Int y) const { return static_cast<std::size_t>((x >> 6) * columnHeight() + y); }
 };
 
 /// Finds strikes, draws styles and keeps both. Starts afresh with the run.
@@ -93,13 +95,16 @@ public:
     static Int extraWidth(Int face);
 
 private:
+    /// The glyphs of one strike in one style, as far as they have been asked for.
     struct StyleTable {
-        std::array<std::unique_ptr<StyledGlyph>, 256> glyphs;
+        StrikePtr owner;
+        std::array<std::unique_ptr<const StyledGlyph>, 256> glyphs;
+
+        const StyledGlyph& glyph(Int c, Int face);
     };
 
-    Choice find(Int family, Int size, Int face);
-    StyleTable& table(const FontStrike& strike, Int face);
-    const StyledGlyph& glyph(StyleTable& table, const FontStrike& strike, Int c, Int face);
+    StrikePtr find(Int family, Int size, Int style);
+    StyleTable& table(const StrikePtr& strike, Int face);
 
     std::map<std::tuple<Int, Int, Int>, StrikePtr> strikes_;  // by family, size, bold; nil if the search failed
     std::map<std::pair<Int, Int>, StyleTable> tables_;        // by the strike's serial number, and style

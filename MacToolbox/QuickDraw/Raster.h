@@ -32,4 +32,9 @@ void blitPixels(const BitMap& dst, const Rect& r, const BitMap& src, Point at, R
 /// Copies the source pixels from `at` on to `r` where the mask, from `maskAt` on, is 1. Nothing may share bytes.
 void maskPixels(const BitMap& dst, const Rect& r, const BitMap& src, Point at, const BitMap& mask, Point maskAt);
 
+/// Scales `srcRect` to `dstRect` by the nearest pixel up and left, and applies the part of it that is `r`, which lies
+/// inside `dstRect`. As `blitPixels` otherwise.
+void scalePixels(const BitMap& dst, const Rect& r, const Rect& dstRect, const BitMap& src, const Rect& srcRect,
+    RasterOp op);
+
 } // namespace MacToolbox

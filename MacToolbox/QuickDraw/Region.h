@@ -14,11 +14,13 @@ namespace MacToolbox {
 
 /// A set of pixels. A plain rectangle is held as its bounds alone; anything else as bands of equal rows in one flat
 /// array. Every operation gives the shortest form, so that == compares pixels (and the bounds of moved empty regions).
-/// A region that is no rectangle lies within +-2^30; what would fall beyond is cut off.
+/// A region that is no rectangle lies within `kReach`; what would fall beyond is cut off.
 class Region {
 public:
     using Edge = std::pair<Point, Point>;
     enum class Op { unite, intersect, subtract, exclusiveOr };
+    /// The largest region that is no rectangle.
+    static constexpr Rect kReach {-(1 << 30), -(1 << 30), 1 << 30, 1 << 30};
     /// The horizontal boundaries of a row, l0, r0, l1, r1 and so on, rising; the pixels l to r - 1 are inside.
     using Row = std::span<const std::int32_t>;
 
@@ -28,21 +30,21 @@ public:
     Region(const Region&) = default;
     Region& operator=(const Region&) = default;
     Region(Region&& other) noexcept { swap(other); }
-    Region& operator=(Region&& other) noexcept;
+    Region& operator=(Region&& other) noexcept { return swap(other), *this; }
 
     // The shapes can be very tall; rows outside `within` are left out.
 
     /// A rectangle whose corners are quarters of an ellipse of the given extent.
-    static Region roundRect(const Rect& rect, Int ovalWidth, Int ovalHeight, const Rect& within = kHugeRect);
-    static Region oval(const Rect& rect, const Rect& within = kHugeRect);
+    static Region roundRect(const Rect& rect, Int ovalWidth, Int ovalHeight, const Rect& within = kReach);
+    static Region oval(const Rect& rect, const Rect& within = kReach);
     /// The inside of closed outlines by the even-odd rule; the edges may come in any order.
-    static Region fromEdges(std::span<const Edge> edges, const Rect& within = kHugeRect);
+    static Region fromEdges(std::span<const Edge> edges, const Rect& within = kReach);
     /// The pixels of `rect` for which `inside(h, v)` holds, asked row by row from the left.
     static Region fromTest(const Rect& rect, const std::function<bool(Int h, Int v)>& inside);
     /// Rows from `top` down, each a list of boundaries in strictly rising order.
     static Region fromRows(Int top, std::span<const std::vector<Int>> rows);
     /// The pixels that a pen of `penSize` covers on its way, its top left following the line; both ends are covered.
-    static Region line(Point from, Point to, Point penSize, const Rect& within = kHugeRect);
+    static Region line(Point from, Point to, Point penSize, const Rect& within = kReach);
 
     const Rect& bounds() const { return bounds_; }
     bool isEmpty() const { return bounds_.isEmpty(); }
@@ -86,6 +88,8 @@ public:
     {
         std::swap(bounds_, other.bounds_);
         bands_.swap(other.bands_);
+        index_.forget();
+        other.index_.forget();
     }
 
 private:
@@ -125,13 +129,22 @@ private:
         if (edges[0] < edges[1])
             visit(bounds_.top, bounds_.bottom, Row(edges, 2));
     }
-    static std::int32_t clampEdge(Int x);
-    Region combined(Op op, const Region& other) const;
+    static constexpr std::int32_t clampEdge(Int x)
+    {
+        return static_cast<std::int32_t>(std::clamp(x, kReach.left, kReach.right));
+    }
+    Region combined(Op op, const Region& other) const
+    {
+        Region out;
+        combine(op, *this, other, out);
+        return out;
+    }
+    /// The bands of this region; those of a rectangle are put into `room`.
+    Row bandsIn(std::int32_t (&room)[5]) const;
     template <typename Kind>
     static void combineAs(const Region& a, const Region& b, Region& out);
-    const std::int32_t* bandAt(std::int32_t v) const;
+    void becomeEmpty() { bounds_ = {}, bands_.size = 0, index_.forget(); }
     void indexRows() const;
-    void finish(std::int32_t used);
 
     Rect bounds_;
     Numbers bands_; // each band: top, bottom, count of boundaries, boundaries; empty rows are left out. None: a rectangle

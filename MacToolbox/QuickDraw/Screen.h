@@ -44,6 +44,9 @@ public:
     /// The published frame; nil before the first. Any thread; keep it as long as you like.
     FramePtr snapshot() const;
 
+    /// White, nothing drawn, nothing published; part of every start of a run.
+    void startAfresh();
+
     bool owns(const BitMap& map) const { return map.baseAddr == bits.baseAddr; }
     /// To be called by whatever writes to a bitmap, once a call.
     void noteChange(const BitMap& map) { generation += owns(map); }
@@ -53,7 +56,6 @@ private:
 
     Screen();
     void publishNow();
-    void startAfresh();
 
     Rect viewport_;
     Int published_ = -1; // `generation` at the last publish
