@@ -25,7 +25,7 @@ Platform& chooseHost()
     if (Platform* const desktop = loadDesktop(whyNot))
         return *desktop;
     std::fprintf(stderr, "wainroad: %s\n", whyNot.c_str());
-    headless.exitProcess(1);
+    headless.Platform::exitProcess(1);
 }
 
 } // namespace

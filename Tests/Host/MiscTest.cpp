@@ -225,7 +225,7 @@ TEST(Dates, OnlyADateOfTheFullFormThatExistsCounts)
 {
     EXPECT_EQ(noonOfDate("1904-01-01"), 43200);
     EXPECT_EQ(noonOfDate("1970-01-01"), 2082844800 + 43200);
-    EXPECT_EQ(noonOfDate("1848-04-01"), 43200 - 20363 * 86400) << "before 1904 it is below 0";
+    EXPECT_EQ(noonOfDate("1848-04-01"), 43200 - 20362 * 86400) << "before 1904 it is below 0";
     EXPECT_TRUE(noonOfDate("2000-02-29"));
     for (const char* wrong : {"", "1848-4-1", "1848-04-1", "1848-02-30", "1900-02-29", "1848-13-01", "1848-00-10",
              "1848-04-00", " 1848-04-01", "1848-04-01 ", "1848/04/01", "1848-04-01x", "18480401", "-848-04-01",
