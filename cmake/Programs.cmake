@@ -15,3 +15,25 @@ if(EXISTS ${PROJECT_SOURCE_DIR}/Wainroad/Game/main.cpp)
     target_link_libraries(fastforward PRIVATE Wainroad)
   endif()
 endif()
+
+# The compiler and inspector of resource files. Its rooms are a library, so that tests can call them.
+find_package(yaml-cpp REQUIRED)
+file(GLOB rsrc_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/Tools/rsrc/*.cpp)
+list(REMOVE_ITEM rsrc_sources ${PROJECT_SOURCE_DIR}/Tools/rsrc/main.cpp)
+add_library(rsrc_rooms STATIC ${rsrc_sources})
+target_link_libraries(rsrc_rooms PUBLIC MacToolbox.Data PNG::PNG yaml-cpp)
+add_executable(rsrc Tools/rsrc/main.cpp)
+target_link_libraries(rsrc PRIVATE rsrc_rooms)
+
+# The resource files: made again whenever a source changes. Entries at fault are told and left out.
+set(bundle ${PROJECT_BINARY_DIR}/Wainroad_Wainroad.bundle)
+foreach(name System Wainroad)
+  set(folder ${PROJECT_SOURCE_DIR}/Resources/${name})
+  file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${folder}/*.yaml ${folder}/*.png ${folder}/*.bdf ${folder}/*.wav)
+  add_custom_command(OUTPUT ${bundle}/${name}.rsrc
+    COMMAND ${CMAKE_COMMAND} -E make_directory ${bundle}
+    COMMAND rsrc build --keep-going ${folder} ${bundle}/${name}.rsrc
+    DEPENDS rsrc ${sources} COMMENT "Resource file ${name}.rsrc" VERBATIM)
+  list(APPEND bundle_files ${bundle}/${name}.rsrc)
+endforeach()
+add_custom_target(resources ALL DEPENDS ${bundle_files})
