@@ -11,7 +11,6 @@ using namespace MacToolbox;
 /// What the ends of the run need from the rooms above. The game fills it once at start; an empty entry is skipped.
 struct ErrorHooks {
     std::function<void(Int id)> centeredAlert;           ///< `DCenteredAlert`
-    std::function<void(const Str255&)> setAlertText;     ///< `SetAlertText`
     std::function<void(Rect&)> centerRect;               ///< `CenterRect`
     std::function<void()> flushConfig;                   ///< `FlushConfig`, if the configuration is open for writing
     std::function<void()> rewriteConfig;                 ///< the write of a fatal `DiskError`, under the same condition

@@ -178,7 +178,7 @@ Int TimerCount();
 
 extern View* gRootView;
 extern WindowPtr gWindow;  ///< the one game window, or nil
-inline bool gInBackground = false; ///< the game window is deactivated; kept by `ActivateWindow`
+extern bool gInBackground; ///< the game window is deactivated; kept by `ActivateWindow`
 extern GrafPtr gSavePort;  ///< the port from before the game window, or nil
 extern View* gFocus;       ///< the edit item that owns the text cursor
 extern TEHandle gTE;       ///< the one text record, shared by all edit items

@@ -20,6 +20,7 @@ static constexpr Int kBlinkInterval = 7;
 View* gRootView = nullptr;
 WindowPtr gWindow;
 GrafPtr gSavePort;
+bool gInBackground = false;
 View* gFocus = nullptr;
 TEHandle gTE;
 ImageListRef gBorderImages;
@@ -33,6 +34,7 @@ static RunState<Int> sRouting;                      // calls of `RootEvent` on t
 static const AtRunStart sRenew([] {
     gRootView = nullptr, gFocus = nullptr;
     gWindow = nullptr, gSavePort = nullptr, gTE = nullptr, gBorderImages = nullptr;
+    gInBackground = false;
     gScreenDepth = 1;
     gUseColor = gPrefersColor = gHasColorQD = gHas32BitQD = gColorDisplay = false;
 });

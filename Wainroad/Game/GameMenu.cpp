@@ -1,0 +1,60 @@
+#include "Wainroad/Game/GameMenu.h"
+
+#include "MacToolbox/Host/Misc.h"
+#include "Wainroad/Frame/Alerts.h"
+#include "Wainroad/Frame/Panels.h"
+#include "Wainroad/Frame/Sound_.h"
+#include "Wainroad/Screens/Exit.h"
+#include "Wainroad/Simulation/Model.h"
+#include "Wainroad/Simulation/Records.h"
+
+namespace Wainroad {
+
+static constexpr Int kManagementAlert = 2040;
+static constexpr Int kQuitPause = 30;   // ticks
+
+static const Wagon& myWagon()
+{
+    return gState.wagon[static_cast<std::size_t>(gState.order[static_cast<std::size_t>(gMySlot & 31)] & 31)];
+}
+
+/// A store on the trail is left first, so that the model hears of it.
+static void chooseQuit()
+{
+    if ((myWagon().flags & kFlagInStore) != 0)
+        PressButton(gKeyPanel, gCancelItem);
+    Int now = 0;
+    Delay(kQuitPause, now);
+    QuitGame();
+}
+
+static void fileCommand(Int item)
+{
+    switch (item) {
+    case kFileSave:
+        if ((gState.mode & kModeMoving) != 0)
+            OpenPanel(OnlyInTimeOutPanel);
+        break;
+    case kFileToTitle: ExitGame(); break;
+    case kFileQuit: chooseQuit(); break;
+    }
+}
+
+void DoMenu(Int choice)
+{
+    const Int item = LoWord(choice);
+    switch (HiWord(choice)) {
+    case kFileMenu: fileCommand(item); break;
+    case kEditMenu: RootEditCommand(item - 1); break;
+    case kPlayMenu:
+        if (item == kPlaySound)
+            ToggleSound();
+        break;
+    case kManagementMenu:
+        if (item == kManageAbout)
+            DCenteredAlert(kManagementAlert);
+        break;
+    }
+}
+
+} // namespace Wainroad

@@ -1,0 +1,87 @@
+#include "Wainroad/Game/Messages.h"
+
+#include "MacToolbox/Host/Misc.h"
+#include "MacToolbox/Managers/Menus.h"
+#include "Wainroad/Frame/Panels.h"
+#include "Wainroad/Game/GameMenu.h"
+#include "Wainroad/Screens/Exit.h"
+#include "Wainroad/Screens/Travel.h"
+#include "Wainroad/Simulation/Lobby.h"
+#include "Wainroad/Simulation/Model.h"
+#include "Wainroad/Simulation/Records.h"
+
+namespace Wainroad {
+
+/// The leader of the train has set off: this wagon goes along.
+static void follow(const ModelMessage& message)
+{
+    BeginMonth(message.a);
+    for (GameState* state : {&gTrain, &gState})
+        state->day = state->startDay = message.b;
+    gPlaying = 2;
+    for (const Int item : {kFileSave, kFileExport, kFileToTitle, kFileQuit})
+        EnableItem(GetMHandle(kFileMenu), item);
+    if (gMyID != gState.leader)
+        gLeaderStart = TickCount();
+    ShowTravelScreen();
+}
+
+/// The train has arrived.
+static void arrive()
+{
+    gPlaying = gLeaderStart = 0;
+    gState.mode = 0;
+    ToTitle();
+}
+
+/// This wagon is at its end.
+static void end()
+{
+    gPlaying = gLeaderStart = 0;
+    gState.mode = gPrev.mode = 0;
+    CopyState(gPrev, gState);
+    ToTitle();
+}
+
+static void mourn()
+{
+    if (gPlaying == 0)
+        return;
+    gMourning = true;
+    gTrain.mode &= ~I(kModeMoving);
+}
+
+static void apply(const ModelMessage& message)
+{
+    switch (message.kind) {
+    case kMessageStart: follow(message); break;
+    case kMessageTravel: ShowTravelScreen(); break;
+    case kMessageArrival: arrive(); break;
+    case kMessageExit:
+        gLeaderStart = 0;
+        ToTitle();
+        break;
+    case kMessageQuit:
+        gLeaderStart = 0;
+        Quit();
+        break;
+    case kMessageGone: end(); break;
+    case kMessageDeath: mourn(); break;
+    }
+}
+
+void ApplyMessages()
+{
+    if (gMessageCount < 1)
+        return;
+    for (ModelMessage& entry : gMessages) {
+        if (entry.kind == 0)
+            continue;
+        const ModelMessage message = entry;
+        apply(message);
+        entry = {};
+        --gMessageCount;
+    }
+}
+
+} // namespace Wainroad
