@@ -8,12 +8,15 @@
 #include "Wainroad/Frame/Items.h"
 #include "Wainroad/Frame/Utils.h"
 #include "Wainroad/Screens/Choices.h"
+#include "Wainroad/Screens/Hunt.h"
 #include "Wainroad/Screens/Party.h"
 #include "Wainroad/Screens/Rest.h"
 #include "Wainroad/Screens/Route.h"
 #include "Wainroad/Screens/Scene.h"
 #include "Wainroad/Screens/Status.h"
 #include "Wainroad/Screens/Store.h"
+#include "Wainroad/Screens/Talk.h"
+#include "Wainroad/Screens/Trade.h"
 #include "Wainroad/Simulation/Commands.h"
 #include "Wainroad/Simulation/Lobby.h"
 #include "Wainroad/Simulation/Model.h"
@@ -109,6 +112,15 @@ Int leftButtonsProc(View& panel, Msg& msg)
     }
 }
 
+void huntIfWeatherAllows()
+{
+    constexpr Int kSevere = 7; // this weather and worse
+    if (gState.weather >= kSevere)
+        OpenPanel(SevereWeatherPanel);
+    else if (CountAilments(gState, -1, kFlagTalking, 0) == 0)
+        Hunt();
+}
+
 Int rightButtonsProc(View& panel, Msg& msg)
 {
     switch (msg.what) {
@@ -127,11 +139,19 @@ Int rightButtonsProc(View& panel, Msg& msg)
         return 1;
     case kMsgClick:
         switch (MsgItem(msg)) {
+        case 2:
+            if (gState.wagons == 1) {
+                gTradeWithEmigrant = true;
+                OpenPanel(TradeWantPanel);
+            }
+            break;
+        case 3: StartTalk(); break;
         case 4:
             OpenPanel(RestPanel);
             OpenPanel(TravelScenePanel);
             break;
         case 5: OpenPanel(PacePanel); break;
+        case 6: huntIfWeatherAllows(); break;
         }
         return 1;
     default:
