@@ -142,8 +142,15 @@ void WindowManager::show(const WindowPtr& w)
 {
     if (!w || w->visible)
         return;
+    Region exposed(w->structRect());
+    for (const WindowPtr& before : windows) { // what lies in front keeps its pixels
+        if (before == w)
+            break;
+        if (before->visible)
+            exposed = exposed.subtracting(Region(before->structRect()));
+    }
     w->visible = true;
-    relayout(Region(w->structRect()));
+    relayout(exposed);
     w->updateRgn = w->updateRgn.unionWith(Region(w->contentRect));
 }
 
