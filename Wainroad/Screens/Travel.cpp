@@ -11,6 +11,7 @@
 #include "Wainroad/Screens/Hunt.h"
 #include "Wainroad/Screens/Party.h"
 #include "Wainroad/Screens/Rest.h"
+#include "Wainroad/Screens/River.h"
 #include "Wainroad/Screens/Route.h"
 #include "Wainroad/Screens/Scene.h"
 #include "Wainroad/Screens/Status.h"
@@ -309,6 +310,8 @@ const ViewProc TimeOutPanel{timeOutPanelProc};
 
 void ShowTravelScreen()
 {
+    if (!CrossingPanelIsOpen())
+        gCrossing = false;
     if (gState.landmark < gShownLandmark) {
         gShownLandmark = -1;
         gArrivedAt = -2;
@@ -342,8 +345,10 @@ void Continue(Int item)
     if (item != 2)
         return;
     SendAction(2, 0);
-    if (gState.toNext == 0 && IsRiver(gState.landmark))
+    if (gState.toNext == 0 && IsRiver(gState.landmark)) {
+        OpenPanel(RiverPanel);
         return;
+    }
     if (gState.toNext == 0 && (gState.landmark == kFirstFork || gState.landmark == kSecondFork || gState.landmark == kTollLandmark)) {
         OpenPanel(RoutePanel);
         return;
