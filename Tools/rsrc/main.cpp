@@ -1,12 +1,15 @@
 #include "Tools/rsrc/Build.h"
+#include "Tools/rsrc/Check.h"
 #include "Tools/rsrc/Forms.h"
 
 #include "MacToolbox/Base/Strings.h"
 #include "MacToolbox/Data/Resources.h"
 
 #include <charconv>
-#include <cstdio>
+#include <cstdlib>
+#include <fstream>
 #include <iostream>
+#include <iterator>
 
 using namespace Rsrc;
 
@@ -102,6 +105,27 @@ int png(const std::string& path, const std::string& type, const std::string& id,
     return writePng(out, *bits) ? 0 : complain(out + ": cannot be written");
 }
 
+int checkFiles(const std::vector<std::string>& paths)
+{
+    Stock stock;
+    Findings all;
+    for (const std::string& path : paths) {
+        std::ifstream in(path, std::ios::binary);
+        const Bytes image{std::istreambuf_iterator<char>(in), {}};
+        if (!in && image.empty())
+            return complain(path + ": cannot be read");
+        stock.add(path, image, all);
+    }
+    const Findings found = check(stock);
+    all.faults.insert(all.faults.end(), found.faults.begin(), found.faults.end());
+    for (const std::string& fault : all.faults)
+        std::cout << fault << '\n';
+    for (const std::string& note : found.notes)
+        std::cout << "note: " << note << '\n';
+    std::cout << all.faults.size() << " faults, " << found.notes.size() << " notes\n";
+    return all.faults.empty() ? 0 : 1;
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -118,6 +142,8 @@ int main(int argc, char** argv)
         return show(args[1], args[2], args[3]);
     if (command == "png" && (args.size() == 5 || args.size() == 6))
         return png(args[1], args[2], args[3], args[4], args.size() == 6 ? argv[6] : nullptr);
+    if (command == "check" && args.size() >= 2)
+        return checkFiles({args.begin() + 1, args.end()});
     std::cerr << kUsage;
     return 2;
 }
