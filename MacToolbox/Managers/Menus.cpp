@@ -77,9 +77,8 @@ namespace {
         const auto menu = std::make_shared<MenuRecord>(h->s16(0));
         const Int flags = h->u32(10);
         menu->enabled = (flags & 1) != 0;
-        const auto title = characters(h->pstr(14));
-        menu->title.assign(1, static_cast<std::uint8_t>(title.size()));
-        menu->title.insert(menu->title.end(), title.begin(), title.end());
+        menu->title = h->pstr(14);
+        menu->title[0] = static_cast<std::uint8_t>(menu->title.size() - 1); // cut at the end of the data
         parseItems(*menu, ByteReader(h->bytes, 15 + h->u8(14)), flags);
         return menu;
     }
