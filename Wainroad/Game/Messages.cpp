@@ -4,7 +4,11 @@
 #include "MacToolbox/Managers/Menus.h"
 #include "Wainroad/Frame/Panels.h"
 #include "Wainroad/Game/GameMenu.h"
+#include "Wainroad/Screens/Arrival.h"
 #include "Wainroad/Screens/Exit.h"
+#include "Wainroad/Screens/Hunt.h"
+#include "Wainroad/Screens/Mourning.h"
+#include "Wainroad/Screens/Raft.h"
 #include "Wainroad/Screens/Travel.h"
 #include "Wainroad/Simulation/Lobby.h"
 #include "Wainroad/Simulation/Model.h"
@@ -31,7 +35,7 @@ static void arrive()
 {
     gPlaying = gLeaderStart = 0;
     gState.mode = 0;
-    ToTitle();
+    OpenPanel(ArrivalPanel);
 }
 
 /// This wagon is at its end.
@@ -40,7 +44,7 @@ static void end()
     gPlaying = gLeaderStart = 0;
     gState.mode = gPrev.mode = 0;
     CopyState(gPrev, gState);
-    ToTitle();
+    OpenPanel(GameOverPanel);
 }
 
 static void mourn()
@@ -49,11 +53,16 @@ static void mourn()
         return;
     gMourning = true;
     gTrain.mode &= ~I(kModeMoving);
+    if (gCrossing)
+        return;
+    OpenPanel(MourningPanel);
+    OpenPanel(MourningTextPanel);
 }
 
 static void apply(const ModelMessage& message)
 {
     switch (message.kind) {
+    case kMessageHunt: StartHunt(); break;
     case kMessageStart: follow(message); break;
     case kMessageTravel: ShowTravelScreen(); break;
     case kMessageArrival: arrive(); break;
@@ -66,6 +75,7 @@ static void apply(const ModelMessage& message)
         Quit();
         break;
     case kMessageGone: end(); break;
+    case kMessageRaft: StartRaft(); break;
     case kMessageDeath: mourn(); break;
     }
 }
