@@ -68,6 +68,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     std::ranges::replace(text, '/', '_'); // a shot must not write anywhere; out of /dev/null comes no file
     const MemoryFile file(text);
     platform.script = file.path();
+    Screen::shared().setViewport({20, 0, 24, 8}); // a small picture for `shot`
     Screen::shared().publish(true);
     ScriptHost::start();
 
