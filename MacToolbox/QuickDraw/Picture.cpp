@@ -16,7 +16,8 @@ namespace {
     constexpr Int kLeastPicture = 13;          // bytes; less holds no opcode
     constexpr Int kMostImage = 8 << 20;        // bytes of rows, or eighths of a pixel after reduction
     constexpr Int kWork = Int {2} << 30;       // about a nanosecond each; a picture that asks for more ends there
-    constexpr Int kShapeWork = 4'000, kPointWork = 1'000, kImageWork = 20'000;
+    constexpr Int kShapeWork = 4'000, kLetterWork = 1'000, kImageWork = 20'000;
+    constexpr Int kPointWork = 1'000, kCrossingWork = 64; // of a polygon: each point, and each point for each row
 
     /// What a picture may change in its port, put back at the end. The extra width of spaces stays.
     class PortFields {
@@ -110,6 +111,7 @@ namespace {
         void frameShape(Shape shape);
         Region region(Shape shape) const;
         bool readPolygon();
+        Int polygonWork() const;
         bool readRows(bool packed, Int rowLength, Int rows, Bytes& out);
         bool reduce(const Bytes& rows, Int rowLength, const Rect& bounds, Int depth, const std::array<bool, 256>& black, BitMap& out);
 
@@ -280,7 +282,7 @@ namespace {
             textPos_.v += in_.u8();
         const Int count = in_.u8();
         const Int present = std::clamp<Int>(I(data_.size()) - in_.pos, 0, count);
-        if (!spend(kShapeWork + present * kPointWork))
+        if (!spend(kShapeWork + present * kLetterWork))
             return false;
         port_.pnLoc = textPos_;
         FontManager::shared().draw(port_, data_.subspan(static_cast<std::size_t>(in_.pos), static_cast<std::size_t>(present)));
@@ -300,6 +302,16 @@ namespace {
             lastPolygon_.push_back(readPoint());
         in_.pos = end;
         return true;
+    }
+
+    Int Player::polygonWork() const
+    {
+        if (lastPolygon_.empty())
+            return 0;
+        const auto [top, bottom] = std::minmax_element(
+            lastPolygon_.begin(), lastPolygon_.end(), [](const Point& a, const Point& b) { return a.v < b.v; });
+        const Int rows = std::min(bottom->v - top->v, std::max<Int>(port_.reach().height(), 0));
+        return I(lastPolygon_.size()) * (kPointWork + rows * kCrossingWork);
     }
 
     bool Player::stepShape(Int op)
@@ -332,8 +344,7 @@ namespace {
 
     bool Player::act(Int action, Shape shape)
     {
-        const Int points = shape == Shape::polygon ? I(lastPolygon_.size()) : 0;
-        if (!spend(kShapeWork + points * kPointWork))
+        if (!spend(kShapeWork + (shape == Shape::polygon ? polygonWork() : 0)))
             return false;
         switch (action) {
         case 0: frameShape(shape); break;
