@@ -157,15 +157,14 @@ Int FontManager::extraWidth(Int face)
 
 namespace {
 
-    /// A blank glyph of that size, elsewhere like `like`. One too large to be drawn gets no pixels.
+    /// A blank glyph of that size, elsewhere like `like`. One too large to be drawn gets no columns.
     StyledGlyph blank(const StyledGlyph& like, Int width, Int height)
     {
         constexpr Int kMostPixels = 1 << 22;
         StyledGlyph g;
         g.left = like.left, g.top = like.top, g.advance = like.advance;
-        if (width <= 0 || height <= 0 || width > kMostPixels / height)
-            return g;
-        g.width = width, g.height = height;
+        g.height = height; // the same for all of a strike, also without any pixels
+        g.width = width > 0 && width <= kMostPixels / std::max<Int>(height, 1) ? width : 0;
         g.words.resize(static_cast<std::size_t>(g.columns() * g.columnHeight()));
         return g;
     }
