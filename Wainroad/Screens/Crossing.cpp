@@ -155,7 +155,7 @@ Int crossingItemProc(View& item, Msg& msg)
         if ((msg.param & 0xFFFF) != 0)
             reopenCrossing(item);
         if (s->showing)
-            SWDraw(s->world, nullptr, item.r, true);
+            SWDraw(s->world, s->world.last().get(), item.r, true);
         return 1;
     case kMsgTimer:
         animateCrossing(item);

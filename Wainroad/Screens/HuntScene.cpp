@@ -229,7 +229,7 @@ Int huntItemProc(View& item, Msg& msg)
     case kMsgDraw:
         if ((msg.param & 0xFFFF) != 0)
             reopenHunt(item);
-        SWDraw(s->world, nullptr, thePort->visRgn->region.bounds(), true);
+        SWDraw(s->world, s->world.last().get(), thePort->visRgn->region.bounds(), true);
         return 1;
     case kMsgTimer: {
         const ViewPortScope port(item);

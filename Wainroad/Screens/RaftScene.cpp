@@ -210,7 +210,7 @@ Int raftItemProc(View& item, Msg& msg)
         if (s->crashPause != 0)
             DrawRaftLosses();
         else
-            SWDraw(s->world, nullptr, thePort->visRgn->region.bounds(), true);
+            SWDraw(s->world, s->world.last().get(), thePort->visRgn->region.bounds(), true);
         return 1;
     case kMsgClose:
         closeRaft(item);

@@ -119,7 +119,7 @@ Int titleItemProc(View& item, Msg& msg)
             SendMsg(item, kMsgClose);
             SendMsg(item, kMsgOpen);
         }
-        SWDraw(sTitle->world, nullptr, thePort->visRgn->region.bounds(), true);
+        SWDraw(sTitle->world, sTitle->world.last().get(), thePort->visRgn->region.bounds(), true);
         return 1;
     case kMsgClose:
         SWDispose(sTitle->world);
