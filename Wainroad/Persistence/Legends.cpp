@@ -26,8 +26,9 @@ static Str255 FittingName(std::span<const std::uint8_t> counted)
 {
     const std::span<const std::uint8_t> body = characters(counted);
     const std::size_t length = std::min(body.size(), static_cast<std::size_t>(kNameBytes - 1));
-    Str255 name(1, static_cast<std::uint8_t>(length));
-    name.insert(name.end(), body.begin(), body.begin() + static_cast<std::ptrdiff_t>(length));
+    Str255 name(length + 1);
+    name[0] = static_cast<std::uint8_t>(length);
+    std::copy_n(body.begin(), length, name.begin() + 1);
     return name;
 }
 

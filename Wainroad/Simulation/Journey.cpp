@@ -277,7 +277,7 @@ void DailyUpdate()
 void RiverDepth()
 {
     struct River {
-        Int landmark, width, depth; ///< tenths of what the field holds, and feet
+        Int landmark, width, depth; ///< feet, and half feet
     };
     static constexpr std::array<River, 4> kRivers{{{0, 600, 2}, {1, 220, 2}, {8, 400, 40}, {11, 1000, 12}}};
     gTrain.riverDepth = gTrain.riverWidth = 0;

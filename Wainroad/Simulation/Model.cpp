@@ -130,7 +130,7 @@ void StateFilter(const PacketHeader& packet)
 
 void SystemFilter(const PacketHeader& packet)
 {
-    if (gState.mode == 0)
+    if (gState.mode == 0 || packet.data.empty() || packet.data[0] == 0)
         return;
     const auto free = std::find_if(gMessages.begin(), gMessages.end(), [](const ModelMessage& m) { return m.kind == 0; });
     if (free == gMessages.end())

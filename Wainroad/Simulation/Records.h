@@ -118,7 +118,7 @@ struct GameState {
     Int captain = kNobody; ///< slot
     std::array<Int, kMaxWagons> order = allEmpty(); ///< slot to index in `wagon`; 255 is an empty slot
     std::array<Name15, kMaxWagons> names{}; ///< of each slot
-    Int riverDepth = 0; ///< feet
+    Int riverDepth = 0; ///< half feet
     Int riverWidth = 0; ///< tens of feet
     Int region = 0; ///< row of the climate tables
     Int weather = 0; ///< 0..9; 128 is added to a code that a hazard forces on the next day
