@@ -37,3 +37,6 @@ foreach(name System Wainroad)
   list(APPEND bundle_files ${bundle}/${name}.rsrc)
 endforeach()
 add_custom_target(resources ALL DEPENDS ${bundle_files})
+
+# Measurements.
+add_subdirectory(${PROJECT_SOURCE_DIR}/Bench)
