@@ -4,7 +4,9 @@
 #include "Wainroad/Frame/Alerts.h"
 #include "Wainroad/Frame/Panels.h"
 #include "Wainroad/Frame/Sound_.h"
+#include "Wainroad/Screens/About.h"
 #include "Wainroad/Screens/Exit.h"
+#include "Wainroad/Screens/Introduction.h"
 #include "Wainroad/Simulation/Model.h"
 #include "Wainroad/Simulation/Records.h"
 
@@ -44,10 +46,16 @@ void DoMenu(Int choice)
 {
     const Int item = LoWord(choice);
     switch (HiWord(choice)) {
+    case kAppleMenu:
+        if (item == kAppleAbout)
+            About();
+        break;
     case kFileMenu: fileCommand(item); break;
     case kEditMenu: RootEditCommand(item - 1); break;
     case kPlayMenu:
-        if (item == kPlaySound)
+        if (item == kPlayIntroduction)
+            Introduction();
+        else if (item == kPlaySound)
             ToggleSound();
         break;
     case kManagementMenu:

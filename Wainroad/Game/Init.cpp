@@ -15,6 +15,7 @@
 #include "Wainroad/Frame/Sound_.h"
 #include "Wainroad/Game/Main_.h"
 #include "Wainroad/Persistence/Config.h"
+#include "Wainroad/Screens/About.h"
 #include "Wainroad/Simulation/Lobby.h"
 #include "Wainroad/Simulation/Model.h"
 
@@ -79,6 +80,7 @@ void CheckMachine()
     gSystemVersion = ask(gestaltSystemVersion);
     gATalkVersion = ask(gestaltAppleTalkVersion);
     gColorQD = ask(gestaltQuickdrawVersion) >= 256;
+    gMachineFacts = {gMachine, gProcessor, gSystemVersion, gATalkVersion};
     if (gSystemVersion < kOldestSystem)
         refuseMachine(kOldSystemText);
     if (gMachine < 0)

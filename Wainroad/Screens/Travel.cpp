@@ -8,6 +8,7 @@
 #include "Wainroad/Frame/Items.h"
 #include "Wainroad/Frame/Utils.h"
 #include "Wainroad/Screens/Choices.h"
+#include "Wainroad/Screens/Guide.h"
 #include "Wainroad/Screens/Hunt.h"
 #include "Wainroad/Screens/Party.h"
 #include "Wainroad/Screens/Rest.h"
@@ -100,6 +101,7 @@ Int leftButtonsProc(View& panel, Msg& msg)
     case kMsgClick:
         switch (MsgItem(msg)) {
         case 2: ShowTravelScreen(); break;
+        case 3: OpenPanel(GuidePanel); break;
         case 4:
             OpenPanel(TravelScenePanel);
             OpenPanel(PartyPanel);
