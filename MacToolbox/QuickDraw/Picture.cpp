@@ -15,7 +15,7 @@ namespace {
 
     constexpr Int kLeastPicture = 13;          // bytes; less holds no opcode
     constexpr Int kMostImage = 8 << 20;        // bytes of rows, or eighths of a pixel after reduction
-    constexpr Int kWork = Int {2} << 30;       // about a nanosecond each; a picture that asks for more ends there
+    constexpr Int kWork = Int {1} << 30;       // about a nanosecond each; a picture that asks for more ends there
     constexpr Int kShapeWork = 4'000, kLetterWork = 1'000, kImageWork = 20'000;
     constexpr Int kPointWork = 1'000, kCrossingWork = 64; // of a polygon: each point, and each point for each row
 

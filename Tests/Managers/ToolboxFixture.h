@@ -5,6 +5,7 @@
 #include "MacToolbox/Base/Strings.h"
 #include "MacToolbox/Host/Input.h"
 #include "MacToolbox/Managers/Windows.h"
+#include "Tests/Managers/ToyResources.h"
 
 #include <gtest/gtest.h>
 #include <map>
@@ -73,37 +74,8 @@ protected:
     ManualClock clock;
 
 private:
-    struct Resource {
-        OSType type;
-        Int id;
-        Bytes data;
-    };
-    std::vector<Resource> resources_;
+    std::vector<ToyResource> resources_;
     std::string path_;
 };
-
-/// Big-endian bytes from text and numbers: `Form().u16(3).text("ab").bytes`.
-struct Form {
-    Bytes bytes;
-
-    Form& u8(Int v) { return put(v, 1); }
-    Form& u16(Int v) { return put(v, 2); }
-    Form& u32(Int v) { return put(v, 4); }
-    Form& rect(const Rect& r) { return u16(r.top).u16(r.left).u16(r.bottom).u16(r.right); }
-    Form& raw(const Bytes& more) { return bytes.insert(bytes.end(), more.begin(), more.end()), *this; }
-    Form& text(std::string_view s) { return bytes.insert(bytes.end(), s.begin(), s.end()), *this; }
-    Form& counted(std::string_view s) { return u8(I(s.size())).text(s); }
-    Form& zeros(Int n) { return bytes.resize(bytes.size() + static_cast<std::size_t>(n)), *this; }
-
-private:
-    Form& put(Int v, int size)
-    {
-        while (size-- > 0)
-            bytes.push_back(static_cast<std::uint8_t>(v >> 8 * size));
-        return *this;
-    }
-};
-
-inline Bytes bytesOf(std::string_view s) { return Bytes(s.begin(), s.end()); }
 
 } // namespace MacToolbox
