@@ -7,6 +7,7 @@
 #include "Wainroad/Screens/About.h"
 #include "Wainroad/Screens/Exit.h"
 #include "Wainroad/Screens/Introduction.h"
+#include "Wainroad/Screens/Management.h"
 #include "Wainroad/Simulation/Model.h"
 #include "Wainroad/Simulation/Records.h"
 
@@ -42,6 +43,18 @@ static void fileCommand(Int item)
     }
 }
 
+static void managementCommand(Int item)
+{
+    switch (item) {
+    case kManageAbout: DCenteredAlert(kManagementAlert); break;
+    case kManageSwitch: gManagement ? DisableManagement() : EnableManagement(); break;
+    case kManageLegends: LegendsDialog(); break;
+    case kManageTime: TimeDialog(); break;
+    case kManageNetwork: NetworkDialog(); break;
+    case kManagePassword: ChangePassword(); break;
+    }
+}
+
 void DoMenu(Int choice)
 {
     const Int item = LoWord(choice);
@@ -59,8 +72,7 @@ void DoMenu(Int choice)
             ToggleSound();
         break;
     case kManagementMenu:
-        if (item == kManageAbout)
-            DCenteredAlert(kManagementAlert);
+        managementCommand(item);
         break;
     }
 }
