@@ -15,6 +15,7 @@
 #include "Wainroad/Frame/Sound_.h"
 #include "Wainroad/Game/Main_.h"
 #include "Wainroad/Persistence/Config.h"
+#include "Wainroad/Journal/Log.h"
 #include "Wainroad/Screens/About.h"
 #include "Wainroad/Simulation/Lobby.h"
 #include "Wainroad/Simulation/Model.h"
@@ -46,6 +47,7 @@ void Initialize()
     }
     gPrefersColor = false;
     PanelsInit();
+    MessagesInit();
     OpenGameWindow();
     FindLaunchFiles();
     ConfigInit();

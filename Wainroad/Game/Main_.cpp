@@ -9,6 +9,7 @@
 #include "Wainroad/Game/GameMenu.h"
 #include "Wainroad/Game/Init.h"
 #include "Wainroad/Game/Messages.h"
+#include "Wainroad/Journal/LogText.h"
 #include "Wainroad/Persistence/Config.h"
 #include "Wainroad/Screens/Exit.h"
 #include "Wainroad/Screens/Title.h"
@@ -31,6 +32,7 @@ void main_()
     gInBackground = false;
     Initialize();
     WaitForSound();
+    ClearLogText();
     OpenPanel(TitlePanel);
     gQuit = false;
     gMouseRgn = NewRgn();

@@ -4,6 +4,7 @@
 #include "MacToolbox/Managers/Menus.h"
 #include "Wainroad/Frame/Panels.h"
 #include "Wainroad/Game/GameMenu.h"
+#include "Wainroad/Journal/LogView.h"
 #include "Wainroad/Screens/Arrival.h"
 #include "Wainroad/Screens/Exit.h"
 #include "Wainroad/Screens/Hunt.h"
@@ -35,6 +36,7 @@ static void arrive()
 {
     gPlaying = gLeaderStart = 0;
     gState.mode = 0;
+    ClosePanel(LogPanel);
     OpenPanel(ArrivalPanel);
 }
 
@@ -44,6 +46,7 @@ static void end()
     gPlaying = gLeaderStart = 0;
     gState.mode = gPrev.mode = 0;
     CopyState(gPrev, gState);
+    ClosePanel(LogPanel);
     OpenPanel(GameOverPanel);
 }
 

@@ -1,8 +1,10 @@
 #include "Wainroad/Screens/Arrival.h"
 
+#include "MacToolbox/Data/Resources.h"
 #include "MacToolbox/Managers/Menus.h"
 #include "MacToolbox/QuickDraw/QuickDraw.h"
 #include "Wainroad/Frame/Items.h"
+#include "Wainroad/Journal/LogText.h"
 #include "Wainroad/Screens/Exit.h"
 #include "Wainroad/Screens/Raft.h"
 #include "Wainroad/Screens/Score.h"
@@ -31,6 +33,9 @@ Int arrivalProc(View& panel, Msg& msg)
             DisableItem(GetMHandle(kFileMenu), 2);
             EnableItem(GetMHandle(kFileMenu), 4);
             ClosePanel(ArrivingPanel);
+            Str255 line;
+            GetIndString(line, 3004, 25);
+            LogAppendString(gLogTE, line, true);
         }
         return PanelDescriptor(1, 13, 9090);
     case kMsgClick:

@@ -35,7 +35,7 @@ void chooseRations(Int rations)
     }
     SendCommand(kCommandRations, rations, 0);
     ByteWriter news;
-    WriteDate(news, gState);
+    WriteDate(news, gTrain);
     news.u8(kJournalRations);
     news.u8(gMySlot + 32 * rations);
     QueuePackets(kPacketNews, kAllNodes, news.bytes, I(news.bytes.size()), 0);

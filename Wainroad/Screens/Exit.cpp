@@ -9,6 +9,8 @@
 #include "Wainroad/Frame/IconButton.h"
 #include "Wainroad/Frame/Items.h"
 #include "Wainroad/Frame/Sound_.h"
+#include "Wainroad/Journal/LogText.h"
+#include "Wainroad/Journal/LogView.h"
 #include "Wainroad/Persistence/Config.h"
 #include "Wainroad/Screens/Route.h"
 #include "Wainroad/Screens/Scene.h"
@@ -97,6 +99,7 @@ void ToTitle()
     DisableItem(GetMHandle(kFileMenu), 6);
     EnableItem(GetMHandle(kFileMenu), 1);
     EnableItem(GetMHandle(kIntroductionMenu), 1);
+    ClosePanel(LogPanel);
     OpenPanel(TitlePanel);
 }
 
@@ -137,6 +140,7 @@ void Quit()
     for (const Int type : {kPacketState, kPacketCommand, kPacketSystem})
         RemoveFilter(type);
     ModelClose();
+    gLogTE = nullptr;
     CloseNetwork();
     if (gConfigMode == kUpdatesHeld)
         FlushConfig();

@@ -315,7 +315,7 @@ void HuntOver(Int pounds, Int shots)
     SendCommand(kCommandHunted, pounds, shots);
 
     ByteWriter news;
-    WriteDate(news, gState);
+    WriteDate(news, gTrain);
     news.u8(kJournalHunt);
     news.u8(gMySlot);
     news.u8(pounds);

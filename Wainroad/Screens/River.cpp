@@ -196,7 +196,7 @@ void reportChoice(Int method)
 {
     constexpr Int kNewsBytes = 22;
     ByteWriter news;
-    WriteDate(news, gState);
+    WriteDate(news, gTrain);
     news.u8(gState.wagons == 1 ? 109 : 108);
     news.u8(kJournalChoice);
     news.u8(gMySlot + 32 * (method - 1));

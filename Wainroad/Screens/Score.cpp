@@ -8,6 +8,7 @@
 #include "Wainroad/Frame/EditItems.h"
 #include "Wainroad/Frame/Items.h"
 #include "Wainroad/Frame/Utils.h"
+#include "Wainroad/Journal/LogText.h"
 #include "Wainroad/Persistence/Config.h"
 #include "Wainroad/Persistence/Legends.h"
 #include "Wainroad/Screens/Exit.h"
@@ -129,6 +130,15 @@ Str255 explanationOf(const Row& row, const Wagon& wagon)
     return text;
 }
 
+/// The result as the table shows it.
+Int tableResult(const Wagon& wagon)
+{
+    Int sum = 0;
+    for (const Row& row : rowsOf(wagon))
+        sum += row.points;
+    return (sum * gOccupationBonus[static_cast<std::size_t>(wagon.occupation & 7)] + 1) / 2;
+}
+
 Str255 withCommas(Int n)
 {
     Str255 text;
@@ -156,7 +166,7 @@ void drawScore(View& item)
     PStrAppend(label, stringOf(kWords, 6));
     table.row(label, pstr(std::to_string(bonus / 2) + (occupation >= 5 ? ".5" : "")));
     table.rule("x");
-    table.row(stringOf(kWords, 4), withCommas((sum * bonus + 1) / 2));
+    table.row(stringOf(kWords, 4), withCommas(tableResult(wagon)));
 }
 
 Int scoreItemProc(View& item, Msg& msg)
@@ -169,6 +179,17 @@ Int scoreItemProc(View& item, Msg& msg)
 
 // ---- The panel
 
+/// The line of the score for the text copy of the journal.
+void tellJournal(const Wagon& wagon)
+{
+    Str255 line = stringOf(kWords, wagon.people == 1 ? 26 : 27), points;
+    fillIn(line, "^0", lowered(stringOf(kHealthWords, wagon.health / 35 + 1)));
+    NumToCommas(tableResult(wagon), points);
+    for (const Str255& part : {pstr(" "), stringOf(kWords, 4), pstr(" "), points, pstr(".")})
+        PStrAppend(line, part);
+    LogAppendString(gLogTE, line, true);
+}
+
 void prepareScore()
 {
     gLegendFile = 0;
@@ -179,6 +200,7 @@ void prepareScore()
     ParamText(&date, nullptr, nullptr, nullptr);
     if (LegendRank(gFinalScore) < 0)
         gFinalScore = 0;
+    tellJournal(myWagon());
 }
 
 void openScore(View& panel)

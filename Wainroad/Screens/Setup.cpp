@@ -8,6 +8,7 @@
 #include "MacToolbox/QuickDraw/QuickDraw.h"
 #include "Wainroad/Frame/EditItems.h"
 #include "Wainroad/Frame/Items.h"
+#include "Wainroad/Journal/LogText.h"
 #include "Wainroad/Persistence/Config.h"
 #include "Wainroad/Screens/Store.h"
 #include "Wainroad/Screens/Travel.h"
@@ -206,6 +207,7 @@ void StartSolo()
 {
     BeginSolo();
     gCrossing = false;
+    ClearLogText();
     OpenPanel(MonthPanel);
 }
 

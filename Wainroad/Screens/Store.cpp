@@ -114,7 +114,7 @@ bool checkPurchase(View& panel, Amounts& bought, Int& balance)
 void reportPurchase(const Amounts& bought)
 {
     ByteWriter news;
-    WriteDate(news, gState);
+    WriteDate(news, gTrain);
     news.u8(kJournalBought);
     news.u8(gMySlot);
     news.u8(bought[kOxen]);

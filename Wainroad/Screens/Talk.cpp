@@ -188,7 +188,7 @@ void sendLine(const Str255& line)
 {
     const bool toAll = s->to[0] == kEverybody;
     ByteWriter news;
-    WriteDate(news, gState);
+    WriteDate(news, gTrain);
     news.u8(toAll ? kJournalSayAll : kJournalSayTo);
     news.u8(gMySlot);
     news.raw(line);

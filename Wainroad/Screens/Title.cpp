@@ -8,6 +8,7 @@
 #include "MacToolbox/QuickDraw/Fonts.h"
 #include "MacToolbox/QuickDraw/QuickDraw.h"
 #include "Wainroad/Frame/Items.h"
+#include "Wainroad/Journal/LogText.h"
 #include "Wainroad/Screens/Setup.h"
 #include "Wainroad/Simulation/Random.h"
 
@@ -146,7 +147,10 @@ void openTitle(View& panel)
     TextFont(6322);
     TextSize(14);
     TextFace(1);
-    DisableItem(GetMHandle(1001), 4); // there is no journal to export
+    if (LogTextIsEmpty())
+        DisableItem(GetMHandle(1001), 4);
+    else
+        EnableItem(GetMHandle(1001), 4);
 }
 
 Int titlePanelProc(View& panel, Msg& msg)

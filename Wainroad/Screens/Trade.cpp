@@ -260,7 +260,7 @@ struct Side {
 void reportTrade(Int code, const Side& first, const Side& second)
 {
     ByteWriter news;
-    WriteDate(news, gState);
+    WriteDate(news, gTrain);
     news.u8(code);
     news.u8(first.slot);
     news.u8(second.slot);

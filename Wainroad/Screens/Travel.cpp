@@ -7,6 +7,7 @@
 #include "Wainroad/Frame/IconButton.h"
 #include "Wainroad/Frame/Items.h"
 #include "Wainroad/Frame/Utils.h"
+#include "Wainroad/Journal/LogView.h"
 #include "Wainroad/Screens/Choices.h"
 #include "Wainroad/Screens/Guide.h"
 #include "Wainroad/Screens/Hunt.h"
@@ -101,12 +102,19 @@ Int leftButtonsProc(View& panel, Msg& msg)
     case kMsgClick:
         switch (MsgItem(msg)) {
         case 2: ShowTravelScreen(); break;
-        case 3: OpenPanel(GuidePanel); break;
+        case 3:
+            OpenPanel(GuidePanel);
+            OpenPanel(LogPanel);
+            break;
         case 4:
             OpenPanel(TravelScenePanel);
+            OpenPanel(LogPanel);
             OpenPanel(PartyPanel);
             break;
-        case 5: OpenPanel(RationsPanel); break;
+        case 5:
+            OpenPanel(RationsPanel);
+            OpenPanel(LogPanel);
+            break;
         case 6: BuySupplies(); break;
         }
         return 1;
@@ -118,9 +126,10 @@ Int leftButtonsProc(View& panel, Msg& msg)
 void huntIfWeatherAllows()
 {
     constexpr Int kSevere = 7; // this weather and worse
-    if (gState.weather >= kSevere)
+    if (gState.weather >= kSevere) {
         OpenPanel(SevereWeatherPanel);
-    else if (CountAilments(gState, -1, kFlagTalking, 0) == 0)
+        OpenPanel(LogPanel);
+    } else if (CountAilments(gState, -1, kFlagTalking, 0) == 0)
         Hunt();
 }
 
@@ -147,13 +156,21 @@ Int rightButtonsProc(View& panel, Msg& msg)
                 gTradeWithEmigrant = true;
                 OpenPanel(TradeWantPanel);
             }
+            OpenPanel(LogPanel);
             break;
-        case 3: StartTalk(); break;
+        case 3:
+            StartTalk();
+            OpenPanel(LogPanel);
+            break;
         case 4:
             OpenPanel(RestPanel);
             OpenPanel(TravelScenePanel);
+            OpenPanel(LogPanel);
             break;
-        case 5: OpenPanel(PacePanel); break;
+        case 5:
+            OpenPanel(PacePanel);
+            OpenPanel(LogPanel);
+            break;
         case 6: huntIfWeatherAllows(); break;
         }
         return 1;
@@ -320,6 +337,7 @@ void ShowTravelScreen()
     }
     OpenPanel(LeftButtonsPanel);
     openCentre();
+    OpenPanel(LogPanel);
     OpenPanel(StatusPanel);
     OpenPanel((gState.mode & kModeMoving) != 0 ? TimeOutPanel : ContinuePanel);
     OpenPanel(RightButtonsPanel);
