@@ -56,6 +56,11 @@ void checkItems(Int id, const std::vector<Item>& items, const char* needs, const
     }
 }
 
+bool liesIn(const Rect& r, Int height, Int width)
+{
+    return r.top >= 0 && r.left >= 0 && r.top <= r.bottom && r.left <= r.right && r.bottom <= height && r.right <= width;
+}
+
 bool takesClicks(const Item& item) { return (item.type & kDisabled) == 0; }
 
 /// Items that share a place on purpose: of each pair only one is ever enabled.
@@ -66,21 +71,20 @@ bool sharePlace(Int id, std::size_t low, std::size_t high)
 
 void checkPlaces(const PanelNeeds& need, const std::vector<Item>& items, Int height, Int width, Findings& findings)
 {
-    const Rect content{0, 0, height, width};
     const auto fault = [&](std::size_t i, const std::string& text) { findings.fault("DITL", need.id, itemText(i) + ' ' + text); };
     for (std::size_t i = 0; i < items.size(); ++i) {
         const Rect& r = items[i].rect;
-        if (r.unionWith(content) != content)
+        if (!liesIn(r, height, width))
             fault(i, "does not lie in the panel, " + std::to_string(height) + " high and " + std::to_string(width) + " wide");
         for (std::size_t low = 0; low < i; ++low)
             if (takesClicks(items[low]) && r.intersects(items[low].rect) && !sharePlace(need.id, low, i))
                 fault(i, "lies over " + itemText(low) + ", which takes clicks");
-        if ((items[i].type & ~kDisabled) == 16 && height > 0 && r.insetBy(-4, -3).unionWith(content) != content)
+        if ((items[i].type & ~kDisabled) == 16 && !liesIn(r.insetBy(-4, -3), height, width))
             findings.note("DITL", need.id, itemText(i) + " has no room for its frame");
     }
     if (need.ringed > 0 && need.ringed <= I(items.size()) && need.id != 9030) {
         const Rect ring = items[static_cast<std::size_t>(need.ringed - 1)].rect.insetBy(-4, -4);
-        if (ring.unionWith(content) != content)
+        if (!liesIn(ring, height, width))
             findings.note("DITL", need.id, "the ring of the default button leaves the panel");
         for (std::size_t i = 0; i < items.size(); ++i)
             if (I(i) != need.ringed - 1 && takesClicks(items[i]) && (items[i].type & ~kDisabled) != 0 && ring.intersects(items[i].rect))
@@ -183,7 +187,7 @@ void checkDialogs(const Stock& stock, Findings& findings)
         if (const Bytes* data = stock.find("DITL", b.s16(18)))
             if (const auto items = itemsOf(*data))
                 for (std::size_t i = 0; i < items->size(); ++i)
-                    if ((*items)[i].rect.unionWith({0, 0, r.height(), r.width()}) != Rect{0, 0, r.height(), r.width()})
+                    if (!liesIn((*items)[i].rect, r.height(), r.width()))
                         findings.note("DITL", b.s16(18), itemText(i) + " reaches out of its dialog");
     }
     for (const Int id : stock.ids("ALRT")) {

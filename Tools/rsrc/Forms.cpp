@@ -2,7 +2,7 @@
 
 #include "MacToolbox/Base/Strings.h"
 
-#include <cstring>
+#include <algorithm>
 
 namespace Rsrc {
 
@@ -41,6 +41,8 @@ std::optional<OSType> typeOf(const std::string& name)
     padded.resize(4, ' ');
     return os(padded);
 }
+
+bool isText(std::span<const std::uint8_t> roman) { return std::find(roman.begin(), roman.end(), '\n') == roman.end(); }
 
 std::string quoted(std::span<const std::uint8_t> roman)
 {

@@ -39,6 +39,8 @@ std::vector<Form> settingForms();
 
 // Pieces of the shown form.
 
+/// False for characters that no source can give: its line ends become 13.
+bool isText(std::span<const std::uint8_t> roman);
 /// In double quotes, as YAML reads it back.
 std::string quoted(std::span<const std::uint8_t> roman);
 std::string shown(const Rect& r);

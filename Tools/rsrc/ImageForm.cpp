@@ -205,7 +205,9 @@ std::optional<std::vector<Frame>> imageFrames(const Bytes& data)
         frame.origin.v = in.s16();
         frame.origin.h = in.s16();
         const Int height = in.s16() - frame.origin.v, width = in.s16() - frame.origin.h;
-        if (length < kFrameHeader || end > I(data.size()) || height < 0 || width < 0)
+        const bool fits = length >= kFrameHeader && end <= I(data.size()) && height >= 0 && width >= 0;
+        // A byte of a record stands for at most 64 of the picture.
+        if (!fits || (frame.rowBytes >= 0 && height * Bits::rowBytesOf(width) > kMostPairs * length))
             return std::nullopt;
         frame.bits = Bits(frame.rowBytes < 0 ? 0 : height, frame.rowBytes < 0 ? 0 : width);
         Bytes column(static_cast<std::size_t>(frame.bits.height));

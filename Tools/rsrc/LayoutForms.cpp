@@ -120,7 +120,7 @@ std::string showItem(const Item& item)
     const std::string rect = ", rect: " + shown(item.rect) + '}';
     for (const Kind& kind : kKinds) {
         if ((item.type & ~kNoClicks) != kind.code || (kind.holds == Holds::Number && item.data.size() != 2)
-            || (kind.holds == Holds::Nothing && !item.data.empty()))
+            || (kind.holds == Holds::Nothing && !item.data.empty()) || (kind.holds == Holds::Text && !isText(item.data)))
             continue;
         std::string out = std::string("{") + kind.name + ": ";
         if (kind.holds == Holds::Text)

@@ -219,7 +219,8 @@ std::optional<Bits> pictureOfPicture(const Bytes& data)
     if (op != kOpBits && op != kOpPackedBits)
         return std::nullopt;
     const Int top = in.s16(), left = in.s16(), height = in.s16() - top, width = in.s16() - left;
-    if (height < 0 || width < 0 || rowBytes < Bits::rowBytesOf(width))
+    // A packed byte stands for at most 128 of the picture.
+    if (height < 0 || width < 0 || rowBytes < Bits::rowBytesOf(width) || height * rowBytes > 128 * I(data.size()))
         return std::nullopt;
     in.skip(18);
     Bytes rows;

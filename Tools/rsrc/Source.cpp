@@ -63,7 +63,15 @@ Source Source::load(const std::string& path)
 
 void Source::fail(const std::string& text) const { throw Fault(place() + ": " + text); }
 
-std::string Source::place() const { return *file_ + ':' + std::to_string(node_.Mark().line + 1); }
+std::string Source::place() const { return *file_ + ':' + std::to_string(line_ + 1); }
+
+Source Source::child(const YAML::Node& key, const YAML::Node& value) const
+{
+    Source source(value, file_);
+    if (value.IsNull())
+        source.line_ = key.Mark().line;
+    return source;
+}
 
 std::string Source::word() const
 {
@@ -152,7 +160,7 @@ std::vector<Source::Entry> Source::map() const
     std::vector<Entry> all;
     std::set<std::string> seen;
     for (const auto& item : node_) {
-        all.push_back({Source(item.first, file_), Source(item.second, file_)});
+        all.push_back({Source(item.first, file_), child(item.first, item.second)});
         const Source& key = all.back().key;
         if (!seen.insert(key.word()).second)
             key.fail('"' + key.word() + "\" stands here twice");
@@ -195,7 +203,7 @@ std::optional<Source> Source::find(const char* key) const
         return std::nullopt;
     for (const auto& item : node_)
         if (item.first.IsScalar() && item.first.Scalar() == key)
-            return Source(item.second, file_);
+            return child(item.first, item.second);
     return std::nullopt;
 }
 

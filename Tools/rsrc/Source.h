@@ -70,10 +70,13 @@ public:
     Bytes counted(const char* key, std::size_t most = 255) const; ///< else the empty string
 
 private:
-    Source(YAML::Node node, std::shared_ptr<const std::string> file) : node_(std::move(node)), file_(std::move(file)) {}
+    Source(YAML::Node node, std::shared_ptr<const std::string> file) : node_(std::move(node)), file_(std::move(file)), line_(node_.Mark().line) {}
+    /// A value of this map; one that is missing stands where its key stands.
+    Source child(const YAML::Node& key, const YAML::Node& value) const;
 
     YAML::Node node_;
     std::shared_ptr<const std::string> file_; // its path
+    int line_;                                // from 0
 };
 
 struct Source::Entry {

@@ -1,5 +1,7 @@
 #include "Tools/rsrc/Forms.h"
 
+#include <algorithm>
+
 namespace Rsrc {
 
 namespace {
@@ -34,7 +36,7 @@ Bytes compileString(const Source& entry, Int) { return (entry.isMap() ? entry.at
 
 std::optional<std::string> showTexts(const std::optional<std::vector<Bytes>>& texts)
 {
-    if (!texts)
+    if (!texts || !std::all_of(texts->begin(), texts->end(), isText))
         return std::nullopt;
     if (texts->empty())
         return " {}";
