@@ -25,14 +25,14 @@ target_link_libraries(rsrc_rooms PUBLIC MacToolbox.Data PNG::PNG yaml-cpp)
 add_executable(rsrc Tools/rsrc/main.cpp)
 target_link_libraries(rsrc PRIVATE rsrc_rooms)
 
-# The resource files: made again whenever a source changes. Entries at fault are told and left out.
+# The resource files: made again whenever a source changes. A fault stops the build and names its line.
 set(bundle ${PROJECT_BINARY_DIR}/Wainroad_Wainroad.bundle)
 foreach(name System Wainroad)
   set(folder ${PROJECT_SOURCE_DIR}/Resources/${name})
   file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${folder}/*.yaml ${folder}/*.png ${folder}/*.bdf ${folder}/*.wav)
   add_custom_command(OUTPUT ${bundle}/${name}.rsrc
     COMMAND ${CMAKE_COMMAND} -E make_directory ${bundle}
-    COMMAND rsrc build --keep-going ${folder} ${bundle}/${name}.rsrc
+    COMMAND rsrc build ${folder} ${bundle}/${name}.rsrc
     DEPENDS rsrc ${sources} COMMENT "Resource file ${name}.rsrc" VERBATIM)
   list(APPEND bundle_files ${bundle}/${name}.rsrc)
 endforeach()
