@@ -16,7 +16,7 @@ namespace {
 /// What the little game below shows of itself.
 struct Seen {
     Int passes = 0, tasks = 0, keys = 0, clicks = 0, choice = 0, unwound = 0;
-    Int pollsInTick = 0, fewestPolls = 1000, lastTick = 0;
+    Int pollsInTick = 0, fewestPolls = 1000, lastTick = 0, ticks = 0;
 };
 RunState<Seen> sSeen;
 
@@ -42,6 +42,7 @@ bool pass()
             sSeen->fewestPolls = std::min(sSeen->fewestPolls, sSeen->pollsInTick);
         sSeen->pollsInTick = 0;
         sSeen->lastTick = tick;
+        ++sSeen->ticks;
     }
     ++sSeen->pollsInTick;
     EventAvail(everyEvent, peeked);
@@ -103,9 +104,10 @@ TEST(GameRun, TheGovernorKeepsTheRateOfTicksAndLetsTheGameRest)
     GameRun run(littleProgram);
     run.advance(60);
     sSeen->fewestPolls = 1000;
-    const Int passes = sSeen->passes, tasks = sSeen->tasks;
+    const Int passes = sSeen->passes, tasks = sSeen->tasks, ticks = sSeen->ticks;
     run.advance(3600);
     EXPECT_NEAR(static_cast<double>(sSeen->tasks - tasks), 3600, 1);
+    EXPECT_NEAR(static_cast<double>(sSeen->ticks - ticks), 3600, 1) << "no tick is slept through";
     EXPECT_GE(sSeen->fewestPolls, 3) << "several passes in each tick";
     EXPECT_LE(sSeen->passes - passes, 3600 * 5) << "but not as many as there is time for";
 }
