@@ -2,6 +2,8 @@
 
 #include "MacToolbox/QuickDraw/QuickDraw.h"
 
+#include <optional>
+
 namespace MacToolbox {
 
 /// The pixels that a drawing call may touch: a rectangle, and within it a region if some clip is no rectangle. Regions
@@ -21,8 +23,8 @@ public:
         if (region.isRect())
             return;
         if (complex_ != nullptr)
-            Region::combine(Region::Op::intersect, *complex_, region, own_);
-        complex_ = complex_ == nullptr ? &region : &own_;
+            own_ = complex_->intersection(region);
+        complex_ = complex_ == nullptr ? &region : &*own_;
     }
     void cut(const GrafPort& port)
     {
@@ -40,14 +42,18 @@ public:
     template <typename Visit>
     void forEachRect(Visit&& visit) const
     {
-        if (box_.isEmpty())
+        forEachRect(box_, visit);
+    }
+    /// The same for the part of the area in `within`, which lies inside the box.
+    template <typename Visit>
+    void forEachRect(const Rect& within, Visit&& visit) const
+    {
+        if (within.isEmpty())
             return;
         if (complex_ == nullptr)
-            return visit(box_);
-        complex_->forEachBand([&](Int top, Int bottom, Region::Row row) {
-            const Rect band {std::max(top, box_.top), box_.left, std::min(bottom, box_.bottom), box_.right};
-            if (band.top >= band.bottom)
-                return;
+            return visit(within);
+        complex_->forEachBand(within.top, within.bottom, [&](Int top, Int bottom, Region::Row row) {
+            const Rect band {std::max(top, within.top), within.left, std::min(bottom, within.bottom), within.right};
             for (std::size_t i = 0; i + 1 < row.size(); i += 2) {
                 const Rect r {band.top, std::max(I(row[i]), band.left), band.bottom, std::min(I(row[i + 1]), band.right)};
                 if (r.left < r.right)
@@ -59,7 +65,7 @@ public:
 private:
     Rect box_;
     const Region* complex_ = nullptr;
-    Region own_;
+    std::optional<Region> own_;
 };
 
 } // namespace MacToolbox

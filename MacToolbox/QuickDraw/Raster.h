@@ -20,7 +20,19 @@ struct RasterOp {
     bool invert = false;  ///< the source bit is turned over first
     bool constant = false; ///< the source does not matter: `set` blackens and `clear` whitens every pixel
 
-    static RasterOp of(Int mode, bool fgDark, bool bkDark);
+    static constexpr RasterOp of(Int mode, bool fgDark, bool bkDark)
+    {
+        const bool inverted = (mode & 4) != 0;
+        switch (mode & 3) {
+        case 0:
+            if (fgDark == bkDark)
+                return {fgDark ? set : clear, false, true};
+            return {copy, inverted != bkDark, false};
+        case 1: return {fgDark ? set : clear, inverted, false};
+        case 2: return {flip, inverted, false};
+        default: return {bkDark ? set : clear, inverted, false};
+        }
+    }
     bool operator==(const RasterOp&) const = default;
 };
 

@@ -98,13 +98,9 @@ public:
     }
     void finish()
     {
-        out_.index_.forget();
-        if (last_ == nullptr) {
-            out_.becomeEmpty();
-            return;
-        }
-        out_.bounds_ = {base_[0], left_, last_[1], right_};
-        out_.bands_.size = last_ == base_ && base_[2] == 2 ? 0 : static_cast<Number>(at_ - base_);
+        out_.becomeRect(last_ == nullptr ? Rect {} : Rect {base_[0], left_, last_[1], right_});
+        if (last_ != base_ || (last_ != nullptr && base_[2] != 2))
+            out_.bands_.size = static_cast<Number>(at_ - base_);
     }
 
 private:
@@ -331,37 +327,66 @@ void Region::combineAs(const Region& ra, const Region& rb, Region& out)
     to.finish();
 }
 
-void Region::combine(Op op, const Region& a, const Region& b, Region& out)
+/// Two rectangles: at most three bands, of which the one that both have rows in is the only one to work out.
+template <typename Kind>
+void Region::combineRects(const Region& ra, const Region& rb, Region& out)
 {
-    const bool both = !a.isEmpty() && !b.isEmpty();
-    if (op == Op::intersect) {
-        const Rect box = a.bounds_.intersection(b.bounds_);
-        if (!both || box.isEmpty())
-            return out.becomeEmpty();
-        if (a.isRect() && b.isRect()) {
-            out.bounds_ = box;
-            out.bands_.size = 0;
-            return out.index_.forget();
-        }
-    }
-    if (!both) { // the other operand, but never the bounds of a moved empty region
+    struct Box {
+        Number top, bottom, left, right;
+        explicit Box(const Rect& r)
+            : top(clampEdge(r.top)), bottom(clampEdge(r.bottom)), left(clampEdge(r.left)), right(clampEdge(r.right)) {}
+        bool isEmpty() const { return top >= bottom || left >= right; }
+    };
+    const Box a(ra.bounds_), b(rb.bounds_);
+    if (a.isEmpty() || b.isEmpty()) // beyond all reach
+        return combineAs<Kind>(ra, rb, out);
+    BandWriter to(out);
+    const auto only = [&to](const Box& box, Number from, Number until, bool keeps) {
+        if (!keeps || from >= until)
+            return;
+        Number* row = to.row(2);
+        row[0] = box.left, row[1] = box.right;
+        to.add(from, until, 2);
+    };
+    const Number top = std::max(a.top, b.top), bottom = std::min(a.bottom, b.bottom);
+    const bool aFirst = a.top < b.top, aLast = a.bottom > b.bottom;
+    only(aFirst ? a : b, aFirst ? a.top : b.top, std::min(top, aFirst ? a.bottom : b.bottom),
+        aFirst ? Kind::keepsA : Kind::keepsB);
+    if (top < bottom)
+        to.add(top, bottom, combineSpans(Kind {}, a.left, a.right, b.left, b.right, to.row(4)));
+    only(aLast ? a : b, std::max(bottom, aLast ? a.top : b.top), aLast ? a.bottom : b.bottom,
+        aLast ? Kind::keepsA : Kind::keepsB);
+    to.finish();
+}
+
+void Region::combineBands(Op op, const Region& a, const Region& b, Region& out)
+{
+    if (a.isEmpty() || b.isEmpty()) { // the other operand, but never the bounds of a moved empty region
         const Region& other = op == Op::subtract || !a.isEmpty() ? a : b;
-        if (other.isEmpty())
-            out.becomeEmpty();
+        if (other.isEmpty() || op == Op::intersect)
+            out.becomeRect({});
         else
             out = other;
         return;
     }
+    if (op == Op::intersect && !a.bounds_.intersects(b.bounds_))
+        return out.becomeRect({});
     if (&out == &a || &out == &b) {
         Region fresh;
-        combine(op, a, b, fresh);
+        combineBands(op, a, b, fresh);
         return out.swap(fresh);
     }
+    const auto run = [&]<typename Kind>(Kind) {
+        if (a.isRect() && b.isRect())
+            combineRects<Kind>(a, b, out);
+        else
+            combineAs<Kind>(a, b, out);
+    };
     switch (op) {
-    case Op::unite: return combineAs<Unite>(a, b, out);
-    case Op::intersect: return combineAs<Intersect>(a, b, out);
-    case Op::subtract: return combineAs<Subtract>(a, b, out);
-    case Op::exclusiveOr: return combineAs<ExclusiveOr>(a, b, out);
+    case Op::unite: return run(Unite {});
+    case Op::intersect: return run(Intersect {});
+    case Op::subtract: return run(Subtract {});
+    case Op::exclusiveOr: return run(ExclusiveOr {});
     }
 }
 
@@ -425,13 +450,7 @@ bool Region::contains(Int h, Int v) const
         return false;
     if (isRect())
         return true;
-    const Number* p = bands_.begin();
-    if (!index_.firstBand.empty())
-        p += index_.firstBand[static_cast<std::size_t>((v - bounds_.top) >> index_.shift)];
-    else if (++index_.asked > 8)
-        indexRows();
-    while (p[1] <= v) // ends with the last band at the latest: its bottom is that of the bounds
-        p += 3 + p[2];
+    const Number* p = bandAt(v);
     if (p[0] > v)
         return false;
     const Number x = static_cast<Number>(h);
@@ -446,11 +465,10 @@ bool Region::intersects(const Rect& rect) const
     const Rect box = bounds_.intersection(rect);
     if (box.isEmpty() || isRect())
         return !box.isEmpty();
-    for (const Number *p = bands_.begin(), *end = bands_.end(); p < end && p[0] < box.bottom; p += 3 + p[2])
-        if (p[1] > box.top)
-            for (Number i = 3; i < 3 + p[2]; i += 2)
-                if (p[i] < box.right && p[i + 1] > box.left)
-                    return true;
+    for (const Number *p = bandAt(box.top), *end = bands_.end(); p < end && p[0] < box.bottom; p += 3 + p[2])
+        for (Number i = 3; i < 3 + p[2]; i += 2)
+            if (p[i] < box.right && p[i + 1] > box.left)
+                return true;
     return false;
 }
 

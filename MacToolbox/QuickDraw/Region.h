@@ -69,18 +69,31 @@ public:
     Region offsetBy(Int dh, Int dv) const;
 
     /// `a` op `b` into `out`, whose storage is used again; `out` may be `a` or `b`.
-    static void combine(Op op, const Region& a, const Region& b, Region& out);
+    static void combine(Op op, const Region& a, const Region& b, Region& out)
+    {
+        if (op == Op::intersect && a.isRect() && b.isRect())
+            out.becomeRect(a.bounds_.intersection(b.bounds_));
+        else
+            combineBands(op, a, b, out);
+    }
 
     /// Calls `visit(top, bottom, row)` for each run of equal rows that is not empty, from the top down.
     template <typename Visit>
     void forEachBand(Visit&& visit) const
     {
-        if (isRect()) {
-            if (!isEmpty())
-                visitRect(visit);
+        forEachBand(bounds_.top, bounds_.bottom, visit);
+    }
+    /// The same for the bands that have rows from `top` to `bottom - 1`; the first and last may have others too.
+    template <typename Visit>
+    void forEachBand(Int top, Int bottom, Visit&& visit) const
+    {
+        top = std::max(top, bounds_.top);
+        bottom = std::min(bottom, bounds_.bottom);
+        if (top >= bottom || isEmpty())
             return;
-        }
-        for (const std::int32_t *p = bands_.begin(), *end = bands_.end(); p < end; p += 3 + p[2])
+        if (isRect())
+            return visitRect(visit);
+        for (const std::int32_t *p = bandAt(top), *end = bands_.end(); p < end && p[0] < bottom; p += 3 + p[2])
             visit(I(p[0]), I(p[1]), Row(p + 3, static_cast<std::size_t>(p[2])));
     }
 
@@ -88,8 +101,7 @@ public:
     {
         std::swap(bounds_, other.bounds_);
         bands_.swap(other.bands_);
-        index_.forget();
-        other.index_.forget();
+        index_.asked = other.index_.asked = 0;
     }
 
 private:
@@ -110,16 +122,16 @@ private:
         void swap(Numbers& o) noexcept { data.swap(o.data), std::swap(size, o.size), std::swap(capacity, o.capacity); }
     };
 
-    /// Where to start looking for a row. Made when points are asked for often, gone with the next change.
+    /// Where to start looking for a row. Made when rows are asked for often, and worth nothing after a change.
     struct RowIndex {
-        std::vector<std::int32_t> firstBand; // a position in `bands_` for each 2^shift rows from bounds.top
+        static constexpr int kOften = 8;
+        int asked = 0; // the index is good when this is above `kOften`
         int shift = 0;
-        int asked = 0;
+        std::vector<std::int32_t> firstBand; // a position in `bands_` for each 2^shift rows from bounds.top
 
         RowIndex() = default;
         RowIndex(const RowIndex&) {} // a copy counts afresh
-        RowIndex& operator=(const RowIndex&) { return forget(), *this; }
-        void forget() { firstBand.clear(), asked = 0; }
+        RowIndex& operator=(const RowIndex&) { return asked = 0, *this; }
     };
 
     template <typename Visit>
@@ -141,9 +153,24 @@ private:
     }
     /// The bands of this region; those of a rectangle are put into `room`.
     Row bandsIn(std::int32_t (&room)[5]) const;
+    static void combineBands(Op op, const Region& a, const Region& b, Region& out);
     template <typename Kind>
     static void combineAs(const Region& a, const Region& b, Region& out);
-    void becomeEmpty() { bounds_ = {}, bands_.size = 0, index_.forget(); }
+    template <typename Kind>
+    static void combineRects(const Region& a, const Region& b, Region& out);
+    void becomeRect(const Rect& r) { bounds_ = r, bands_.size = 0, index_.asked = 0; }
+    /// The first band that does not end above row `v`, which lies inside the bounds of a region that is no rectangle.
+    const std::int32_t* bandAt(Int v) const
+    {
+        const std::int32_t* p = bands_.begin();
+        if (index_.asked > RowIndex::kOften)
+            p += index_.firstBand[static_cast<std::size_t>((v - bounds_.top) >> index_.shift)];
+        else if (v > bounds_.top && ++index_.asked > RowIndex::kOften)
+            indexRows();
+        while (p[1] <= v) // ends with the last band at the latest: its bottom is that of the bounds
+            p += 3 + p[2];
+        return p;
+    }
     void indexRows() const;
 
     Rect bounds_;

@@ -75,20 +75,23 @@ struct Shift {
 struct Rows {
     Byte* first; // the byte of the bitmap's top left pixel
     Int stride;
-    Byte *begin, *end; // the block
+    Byte *begin, *end; // the block, 8 bytes at least
 
     Byte* row(Int y) const { return first + y * stride; }
-    /// Nothing for a bitmap without pixels, with rows that overlap, or that reaches outside its block.
+    /// False for a bitmap without pixels, with rows that overlap, that reaches outside its block, or with a tiny block.
     static bool of(const BitMap& map, Rows& rows)
     {
-        if (!map.baseAddr || map.offset < 0 || map.rowBytes < 0 || map.rowBytes > INT32_MAX)
+        const Block* block = map.baseAddr.get();
+        if (block == nullptr)
             return false;
-        const Int width = map.bounds.width(), height = map.bounds.height(), size = map.baseAddr->count();
-        const Int used = (width + 7) >> 3;
-        if (width <= 0 || height <= 0 || height > INT32_MAX || used > map.rowBytes || map.offset > size
-            || (height - 1) * map.rowBytes + used > size - map.offset)
+        const Int size = I(block->bytes.size()), lastRow = map.bounds.height() - 1, lastColumn = map.bounds.width() - 1;
+        // None of these is below 0 or above 2^31, so nothing overflows from here on.
+        if (static_cast<Word>(map.offset | map.rowBytes | lastRow | lastColumn | size) >> 31)
             return false;
-        Byte* begin = map.baseAddr->bytes.data();
+        const Int used = (lastColumn >> 3) + 1;
+        if (used > map.rowBytes || map.offset + lastRow * map.rowBytes + used > size || size < 8)
+            return false;
+        Byte* begin = const_cast<Byte*>(block->bytes.data());
         rows = {begin + map.offset, map.rowBytes, begin, begin + size};
         return true;
     }
