@@ -6,8 +6,10 @@
 #include "Wainroad/Frame/Sound_.h"
 #include "Wainroad/Screens/About.h"
 #include "Wainroad/Screens/Exit.h"
+#include "Wainroad/Screens/Export.h"
 #include "Wainroad/Screens/Introduction.h"
 #include "Wainroad/Screens/Management.h"
+#include "Wainroad/Screens/SaveGame.h"
 #include "Wainroad/Simulation/Model.h"
 #include "Wainroad/Simulation/Records.h"
 
@@ -34,10 +36,14 @@ static void chooseQuit()
 static void fileCommand(Int item)
 {
     switch (item) {
+    case kFileOpen: LoadGame(); break;
     case kFileSave:
         if ((gState.mode & kModeMoving) != 0)
             OpenPanel(OnlyInTimeOutPanel);
+        else
+            SaveGame();
         break;
+    case kFileExport: ExportLog(); break;
     case kFileToTitle: ExitGame(); break;
     case kFileQuit: chooseQuit(); break;
     }

@@ -423,10 +423,10 @@ void LayoutNew(Int count, Int offset)
         gLogTop = gLogMax;
         if (item.disabled == 0) {
             showScrollValue(gLogTop);
-            if (top == gLogMax)
-                DrawLogLines(item, gLogTop, gLogTop + kLogViewLines);
-            else
+            if (top != gLogTop)
                 scrollPixels(item, top, gLogTop);
+            if (top == 0) // the view was not full before
+                DrawLogLines(item, gLogTop, gLogTop + kLogViewLines);
         }
     } else if (gLogInfo.trimLines != 0 && gLogInfo.trimTop < gLogInfo.trimLines) {
         ScrollLog(item, -1, gLogMax); // the top of the view was trimmed away

@@ -13,6 +13,7 @@
 #include "Wainroad/Journal/LogView.h"
 #include "Wainroad/Persistence/Config.h"
 #include "Wainroad/Screens/Route.h"
+#include "Wainroad/Screens/SaveGame.h"
 #include "Wainroad/Screens/Scene.h"
 #include "Wainroad/Screens/Setup.h"
 #include "Wainroad/Screens/Store.h"
@@ -50,9 +51,10 @@ Int leavePanel(View& panel, Msg& msg, Int text, MessageKind message, void (*leav
         }
         return PanelDescriptor(1, 3, 5230);
     case kMsgClick:
-        if (MsgItem(msg) != kLeaveItem) {
-            if ((gState.mode & kModeMoving) != 0)
-                OpenPanel(OnlyInTimeOutPanel);
+        if (MsgItem(msg) != kLeaveItem && (gState.mode & kModeMoving) != 0) {
+            OpenPanel(OnlyInTimeOutPanel);
+        } else if (MsgItem(msg) != kLeaveItem && !SaveGame()) {
+            ShowTravelScreen();
         } else if (gState.wagons == 1) {
             leave();
         } else {
@@ -105,6 +107,7 @@ void ToTitle()
 
 void ExitGame()
 {
+    gResume = nullptr;
     switch (gPlaying) {
     case 2:
         OpenPanel(TravelScenePanel);
@@ -122,6 +125,7 @@ void ExitGame()
 
 bool QuitGame()
 {
+    gResume = nullptr;
     if (gPlaying == 2) {
         OpenPanel(TravelScenePanel);
         OpenPanel(QuitPanel);

@@ -7,6 +7,7 @@
 #include "MacToolbox/QuickDraw/QuickDraw.h"
 #include "Wainroad/Frame/Items.h"
 #include "Wainroad/Frame/Utils.h"
+#include "Wainroad/Screens/SaveGame.h"
 #include "Wainroad/Screens/Setup.h"
 #include "Wainroad/Screens/Title.h"
 
@@ -98,6 +99,8 @@ Int legendsPanelProc(View& panel, Msg& msg)
             TravelTheTrail();
             break;
         case kLoadItem:
+            DisableItem(GetMHandle(1003), 1);
+            LoadGame();
             break;
         default:
             OpenPanel(TitlePanel);

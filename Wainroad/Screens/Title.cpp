@@ -9,6 +9,7 @@
 #include "MacToolbox/QuickDraw/QuickDraw.h"
 #include "Wainroad/Frame/Items.h"
 #include "Wainroad/Journal/LogText.h"
+#include "Wainroad/Screens/SaveGame.h"
 #include "Wainroad/Screens/Setup.h"
 #include "Wainroad/Simulation/Random.h"
 
@@ -171,6 +172,8 @@ Int titlePanelProc(View& panel, Msg& msg)
             TravelTheTrail();
             break;
         case kLoadItem:
+            disableTitleMenus();
+            LoadGame();
             break;
         default:
             OpenPanel(LegendsPanel);
