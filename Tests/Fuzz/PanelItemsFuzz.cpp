@@ -7,6 +7,7 @@
 #include "Tests/Managers/ToyResources.h"
 #include "Wainroad/Frame/Controls.h"
 #include "Wainroad/Frame/DialogItems.h"
+#include "Wainroad/Frame/EditItems.h"
 #include "Wainroad/Frame/IconButton.h"
 #include "Wainroad/Frame/Items.h"
 #include "Wainroad/Frame/Utils.h"

@@ -3,6 +3,7 @@
 #include "MacToolbox/Base/Strings.h"
 #include "MacToolbox/Host/Input.h"
 #include "MacToolbox/Managers/Menus.h"
+#include "MacToolbox/Managers/Sound.h"
 #include "Tests/Harness/GameRun.h"
 #include "Tests/Managers/ToyResources.h"
 #include "Wainroad/Frame/Panels.h"

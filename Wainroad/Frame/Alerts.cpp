@@ -3,6 +3,7 @@
 #include "MacToolbox/Data/Resources.h"
 #include "MacToolbox/Host/Input.h"
 #include "MacToolbox/Host/Misc.h"
+#include "MacToolbox/Managers/Menus.h"
 #include "MacToolbox/QuickDraw/QuickDraw.h"
 #include "Wainroad/Errors/Errors.h"
 #include "Wainroad/Frame/Sound_.h"
@@ -116,6 +117,7 @@ static DialogPtr dialogFromAlert(Int id)
 Int DCenteredAlert(Int id)
 {
     WaitForSound();
+    MenuBar::syncIfNeeded();
     DialogPtr dialog = GetNewDialog(id);
     const Int error = ResError();
     if (!dialog)
