@@ -1,5 +1,6 @@
 // The measurements of the project, of a hand-written reference near the machine's limit, and of whatever other libraries
 // were found when this was built, in one run. Every result is checked pixel by pixel before it is timed.
+#include "Bench/Program.h"
 #include "Bench/peers/peers.h"
 
 #include <algorithm>
@@ -15,6 +16,7 @@ std::vector<std::unique_ptr<Case>>& cases() {
 
 void registerOwn();
 void registerSim();
+void registerManagers();
 void registerModel();
 void registerPixman(int bpp);
 void registerPixmanRegions();
@@ -100,6 +102,9 @@ int report() {
 
 int main(int argc, char** argv) {
   using namespace peers;
+  runIfMeasured();
+  if (argc == 2 && std::strcmp(argv[1], "--program") == 0)
+    return reportProgram(), 0;
   registerOwn();
   registerSim();
 #ifdef PEERS_PIXMAN
@@ -125,6 +130,7 @@ int main(int argc, char** argv) {
   registerX();
 #endif
   registerProject();
+  registerManagers();
   registerModel();
 
   std::vector<char*> args(argv, argv + argc);
@@ -136,5 +142,8 @@ int main(int argc, char** argv) {
   benchmark::Initialize(&count, args.data());
   Reporter reporter;
   benchmark::RunSpecifiedBenchmarks(&reporter);
-  return report() ? 1 : 0;
+  const int bad = report();
+  if (argc == 1)   // with a choice of measurements only those
+    reportProgram();
+  return bad ? 1 : 0;
 }
