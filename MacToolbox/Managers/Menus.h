@@ -12,6 +12,9 @@
 
 namespace MacToolbox {
 
+struct EventRecord;
+struct WindowRecord;
+
 inline constexpr Int noMark = 0, checkMark = 18;
 
 struct MenuRecord {
@@ -91,6 +94,7 @@ inline void AddResMenu(const MenuHandle&, OSType) {}
 inline void HiliteMenu(Int) {}
 inline void FlashMenuBar(Int) {}
 inline void CloseDeskAcc(Int) {}
+inline void SystemClick(const EventRecord&, const std::shared_ptr<WindowRecord>&) {}
 /// Item 0 is the menu itself.
 void EnableItem(const MenuHandle& menu, Int n);
 void DisableItem(const MenuHandle& menu, Int n);

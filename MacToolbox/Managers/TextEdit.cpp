@@ -192,9 +192,6 @@ void TERec::calc()
     }
     if (lineStarts.size() < 2 || lineStarts.back() != n)
         lineStarts.push_back(n);
-    const std::size_t count = lineStarts.size();
-    if (count > 2 && lineStarts[count - 1] == lineStarts[count - 2])
-        lineStarts.pop_back();
 }
 
 Int TERec::lineLeft(Int line) const

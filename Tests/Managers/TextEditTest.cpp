@@ -173,6 +173,10 @@ TEST_F(TextEditTest, TheCaretBlinksAndLeavesNoTrace)
     TEIdle(te);
     EXPECT_FALSE(te->caretShown);
     EXPECT_EQ(screen(), plain);
+    TESetSelect(3, 3, te);
+    TEKey('!', te);
+    EXPECT_EQ(blackIn({50, 50 + 4 * kChar - 1, 50 + kLine, 50 + 4 * kChar}), kLine) << "behind what is typed";
+    TEKey(8, te);
     TESetSelect(0, 0, te);
     EXPECT_TRUE(te->caretShown);
     EXPECT_EQ(screen(), plain) << "at the view's left edge it has no pixel";
