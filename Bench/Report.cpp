@@ -102,7 +102,6 @@ int report() {
 
 int main(int argc, char** argv) {
   using namespace peers;
-  runIfMeasured();
   if (argc == 2 && std::strcmp(argv[1], "--program") == 0)
     return reportProgram(), 0;
   registerOwn();
