@@ -114,11 +114,11 @@ namespace {
         }
     }
 
-    constexpr Int kFontNumber = 7;
-
-    /// The stand's glyphs as a font of the resource file.
-    void openFont()
+    /// Puts the stand's glyphs into a resource file as a font with a number not used before, and selects it.
+    void openFont(GrafPort& port)
     {
+        static std::optional<FontMaker::OpenFile> file;
+        static Int number = 100;
         FontMaker::Font font;
         font.firstChar = 32, font.ascent = 12, font.widMax = 8;
         for (int c = 32; c < 128; ++c) {
@@ -130,15 +130,15 @@ namespace {
             }
             font.glyphs.push_back(g);
         }
-        static const FontMaker::OpenFile file {{{os("FONT"), kFontNumber * 128 + 12}, font.bytes()}};
+        file.reset();
+        file.emplace(std::initializer_list<FontMaker::OpenFile::Entry> {{{os("FONT"), ++number * 128 + 12}, font.bytes()}});
+        port.txFont = number;
     }
 
     void registerText()
     {
-        openFont();
         const auto variant = [](const char* name, const Region& clip) {
             GrafPtr port = portBefore();
-            port->txFont = kFontNumber;
             port->clipRgn->region = clip;
             const std::string& s = text();
             const Bytes characters(s.begin(), s.end());
@@ -147,6 +147,10 @@ namespace {
                     thePort = port;
                     MoveTo(kTextX, kTextY + 12);
                     DrawText(characters, 0, kTextCount);
+                    if (port->pnLoc.h == kTextX) { // no font: a run was started afresh
+                        openFont(*port);
+                        DrawText(characters, 0, kTextCount);
+                    }
                 },
                 [port, clip] {
                     Mono want = expectText();

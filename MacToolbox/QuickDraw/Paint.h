@@ -115,10 +115,10 @@ void paintChunks(const Target& t, const Source& given, const Extent& extent, Int
 {
     const Source source = given;
     const Chunk first = extent.first, last = extent.last;
-    const Int chunks = N ? N : extent.chunks;
-    Byte* to = t.to + from * t.stride;
+    const Int chunks = N ? N : extent.chunks, stride = t.stride;
+    Byte* to = t.to + from * stride;
     if (K == Kind::copy && extent.isWhole()) {
-        for (Int y = from; y < until; ++y, to += t.stride) {
+        for (Int y = from; y < until; ++y, to += stride) {
             const auto row = source.row(y);
 #pragma GCC unroll 8
             for (Int i = 0; i < chunks; ++i)
@@ -126,7 +126,7 @@ void paintChunks(const Target& t, const Source& given, const Extent& extent, Int
         }
         return;
     }
-    for (Int y = from; y < until; ++y, to += t.stride) {
+    for (Int y = from; y < until; ++y, to += stride) {
         const auto row = source.row(y);
         store(to, mix<K>(load<Chunk>(to), row.template at<Chunk>(0), first));
 #pragma GCC unroll 8

@@ -31,6 +31,8 @@ namespace {
                 paintPixel(dst, h, v, source(h, v), op);
     }
 
+    // The loops keep what they need in variables of their own: a store of bytes could change anything else.
+
     // ---- fills ----
 
     template <Kind K>
@@ -39,8 +41,9 @@ namespace {
         const Word mask = maskOf(t.x0, t.x1);
         const Int whole = t.height - rowsBeyond(t.to, t.stride, t.height, 8, t.end);
         Byte* to = t.to;
-        for (Int y = 0; y < whole; ++y, to += t.stride)
-            store(to, mix<K>(load<Word>(to), source.rows[(source.top + y) & 7], mask));
+        const Int stride = t.stride;
+        for (Int y = source.top, end = y + whole; y < end; ++y, to += stride)
+            store(to, mix<K>(load<Word>(to), source.rows[y & 7], mask));
         if (whole < t.height)
             paintNearRows<K>(t, source, whole, t.height);
     }
@@ -57,17 +60,43 @@ namespace {
 
     /// A target whose rows are one word, from rows that are one word.
     template <Kind K, typename Source>
-    void blitWords(const Target& t, const Source& source)
+    void blitWords(const Target& t, const Source& given)
     {
+        const Source source = given;
         const Word mask = maskOf(t.x0, t.x1);
         const Int whole = t.height
             - std::max(rowsBeyond(t.to, t.stride, t.height, 8, t.end),
                 rowsBeyond(source.in, source.stride, t.height, 8, source.end));
         Byte* to = t.to;
-        for (Int y = 0; y < whole; ++y, to += t.stride)
+        const Int stride = t.stride;
+        for (Int y = 0; y < whole; ++y, to += stride)
             store(to, mix<K>(load<Word>(to), source.word(y), mask));
         for (Int y = whole; y < t.height; ++y)
             paintNear<K>(t, t.to + y * t.stride, source.nearWord(y), mask);
+    }
+
+    /// The same for at most 32 columns that need no move: an icon at a byte's edge, whose rows are the whole of its block.
+    template <Kind K>
+    void blitHalfWords(const Target& t, const WordSource<0>& source)
+    {
+        using Half = std::uint32_t;
+        const Word wordMask = maskOf(t.x0, t.x1), wordInvert = source.invert;
+        const Half mask = load<Half>(reinterpret_cast<const Byte*>(&wordMask));
+        const Half invert = load<Half>(reinterpret_cast<const Byte*>(&wordInvert));
+        const Int whole = t.height
+            - std::max(rowsBeyond(t.to, t.stride, t.height, 4, t.end),
+                rowsBeyond(source.in, source.stride, t.height, 4, source.end));
+        Byte* to = t.to;
+        const Byte* in = source.in;
+        const Int stride = t.stride, inStride = source.stride;
+        if (K == Kind::copy && mask == ~Half {0})
+            for (Int y = 0; y < whole; ++y, to += stride, in += inStride)
+                store(to, load<Half>(in) ^ invert);
+        else
+            for (Int y = 0; y < whole; ++y, to += stride, in += inStride)
+                store(to, mix<K>(load<Half>(to), load<Half>(in) ^ invert, mask));
+        for (Int y = whole; y < t.height; ++y)
+            paintNear<K>(t, t.to + y * stride, source.nearWord(y), wordMask);
     }
 
     template <Kind K, bool shifted, bool inverted>
@@ -83,6 +112,8 @@ namespace {
     template <Kind K>
     void blitTarget(const Target& t, const Rows& from, Int x, Int y, bool invert)
     {
+        if (t.x1 <= 32 && (x & 7) == t.x0)
+            return blitHalfWords<K>(t, {from, x, y, t.x0, invert});
         if (withWordSource(from, x, y, t, invert, [&](const auto& source) { blitWords<K>(t, source); }))
             return;
         if ((x - t.x0) & 7) {
@@ -95,6 +126,13 @@ namespace {
         } else {
             blitChunks<K>(t, BitmapSource<false, false>(from, x, y, t.x0));
         }
+    }
+
+    /// True if `r` is not empty and lies in `outer`.
+    bool holds(const Rect& outer, const Rect& r)
+    {
+        return r.top >= outer.top && r.left >= outer.left && r.bottom <= outer.bottom && r.right <= outer.right
+            && !r.isEmpty();
     }
 
     void blitInside(const BitMap& dst, const Rect& r, const BitMap& src, Point at, RasterOp op)
@@ -144,15 +182,18 @@ namespace {
     }
 
     template <typename Image, typename Mask>
-    void maskWords(const Target& t, const Image& image, const Mask& mask)
+    void maskWords(const Target& t, const Image& givenImage, const Mask& givenMask)
     {
+        const Image image = givenImage;
+        const Mask mask = givenMask;
         const Word edge = maskOf(t.x0, t.x1);
         const Int whole = t.height
             - std::max({rowsBeyond(t.to, t.stride, t.height, 8, t.end),
                 rowsBeyond(image.in, image.stride, t.height, 8, image.end),
                 rowsBeyond(mask.in, mask.stride, t.height, 8, mask.end)});
         Byte* to = t.to;
-        for (Int y = 0; y < whole; ++y, to += t.stride)
+        const Int stride = t.stride;
+        for (Int y = 0; y < whole; ++y, to += stride)
             store(to, mix<Kind::copy>(load<Word>(to), image.word(y), mask.word(y) & edge));
         for (Int y = whole; y < t.height; ++y)
             paintNear<Kind::copy>(t, t.to + y * t.stride, image.nearWord(y), mask.nearWord(y) & edge);
@@ -190,12 +231,14 @@ void fillPixels(const BitMap& dst, const Rect& r, const Pattern& pattern, Raster
 
 void blitPixels(const BitMap& dst, const Rect& r, const BitMap& src, Point at, RasterOp op)
 {
+    if (op.constant)
+        return fillPixels(dst, r, Pattern::black, op);
+    const Int dh = r.left - at.h, dv = r.top - at.v;
+    if (holds(dst.bounds, r) && holds(src.bounds, r.offsetBy(-dh, -dv)) && src.baseAddr)
+        return blitInside(dst, r, src, at, op);
     const Rect area = r.intersection(dst.bounds);
     if (area.isEmpty())
         return;
-    if (op.constant)
-        return fillPixels(dst, area, Pattern::black, op);
-    const Int dh = r.left - at.h, dv = r.top - at.v;
     const Rect inner = src.baseAddr ? area.intersection(src.bounds.offsetBy(dh, dv)) : Rect {};
     if (inner != area) { // outside the source its pixels count as 0
         const auto outside = [&](const Rect& part) {
