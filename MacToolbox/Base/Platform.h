@@ -63,6 +63,8 @@ public:
     virtual void obscureCursor() {} ///< hidden until the mouse moves
     /// A new menu snapshot is published.
     virtual void menusChanged() = 0;
+    /// What is going on, in one line of UTF-8 for those who hear the screen.
+    virtual void statusChanged(const std::string&) {}
 
     // Sound.
 

@@ -63,6 +63,7 @@ void dropOne(std::deque<EventRecord>& queue)
 } // namespace
 
 std::atomic<bool> Input::quitRequested{false};
+std::atomic<Int> Input::Unseen::depth_{0};
 
 std::shared_ptr<WindowRecord> EventRecord::window() const
 {
@@ -145,8 +146,10 @@ void Input::menuChoice(Int menuID, Int item)
 void Input::requestQuit()
 {
     quitRequested = true;
-    key('q', kKeyCodeQ, cmdKey, true);
+    quitKey();
 }
+
+void Input::quitKey() { key('q', kKeyCodeQ, cmdKey, true); }
 
 std::optional<EventRecord> Input::take(Int mask, bool remove)
 {

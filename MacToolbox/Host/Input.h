@@ -68,6 +68,23 @@ public:
     static void menuChoice(Int menuID, Int item);
     /// The player asks to quit: sets `quitRequested` and posts Command-Q.
     static void requestQuit();
+    /// Posts Command-Q alone.
+    static void quitKey();
+
+    /// A stretch of the game in which keys go unseen, so that only `quitRequested` tells of a quit. Game thread.
+    class Unseen {
+    public:
+        Unseen() { ++depth_; }
+        ~Unseen() { --depth_; }
+        Unseen(const Unseen&) = delete;
+        Unseen& operator=(const Unseen&) = delete;
+
+    private:
+        friend class Input;
+        static std::atomic<Int> depth_;
+    };
+    /// True within such a stretch.
+    static bool keysUnseen() { return Unseen::depth_ > 0; }
 
     /// The first event that `mask` admits, in queue order; with `remove` it leaves the queue.
     static std::optional<EventRecord> take(Int mask, bool remove);
@@ -89,7 +106,8 @@ public:
     /// Takes the choice that a menu tag (positive) stands for: (menu id << 16) | (item & 0xFFFF), or 0 if it is gone.
     static Int takeMenuChoice(Int tag);
 
-    /// True from the first quit request on; never cleared within a run.
+    /// True from the first quit request on. Neither the Toolbox nor the game clears it; the host does, once the player
+    /// has taken the quit back.
     static std::atomic<bool> quitRequested;
 };
 

@@ -135,6 +135,7 @@ void GetDateTime(Int& seconds)
 void Delay(Int ticks, Int& finalTicks)
 {
     const Int target = TickCount() + std::min<Int>(ticks, INT32_MAX);
+    const Input::Unseen unseen;
     while (TickCount() < target) {
         GameThread::service();
         Input::wait(1);

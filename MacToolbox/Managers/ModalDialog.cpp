@@ -232,6 +232,7 @@ void ModalDialog(const DialogFilter& filter, Int& itemHit)
     itemHit = 0;
     if (!dialog)
         return;
+    const Input::Unseen unseen;
     for (;;) {
         EventRecord event;
         Events::nextEvent(everyEvent, event, true, 0);

@@ -1,5 +1,6 @@
 #include "Wainroad/Screens/Status.h"
 
+#include "MacToolbox/Base/Platform.h"
 #include "MacToolbox/Base/RunState.h"
 #include "MacToolbox/Base/Strings.h"
 #include "MacToolbox/Data/Resources.h"
@@ -11,12 +12,15 @@
 #include "Wainroad/Screens/Origin.h"
 #include "Wainroad/Simulation/Model.h"
 
+#include <string>
+
 namespace Wainroad {
 
 namespace {
 
 constexpr Int kWeatherItem = 2, kGroundItem = 3, kTubeItem = 4;
 constexpr Int kWeatherImages = 5600, kThermometerFrame = 10;
+constexpr Int kLandmarkNames = 3002;
 constexpr Int kLabels = 3013, kMonths = 3014, kWeatherWords = 3012, kPaceWords = 3009, kRationsWords = 3010, kHealthWords = 3007;
 constexpr Int kWidth = 119, kWeatherWidth = 53; // of the panel, and of the column under the weather's picture
 constexpr Int kRight = 116;                     // where values end
@@ -27,6 +31,7 @@ struct StatusState {
     Int shownState = 0; // `gStateCount` when last looked at
     Int shownTemp = 0;
     Int blink = 0;
+    std::string spoken; // the date and place last told
 };
 RunState<StatusState> sStatus;
 
@@ -88,11 +93,28 @@ void drawLabels()
         drawLabel(place.index, 3, place.baseline);
 }
 
+Str255 dateText()
+{
+    const std::string day = " " + std::to_string(gPrev.day) + ", " + std::to_string(gPrev.year);
+    return joined(stringOf(kMonths, gPrev.month), pstr(day));
+}
+
+/// Tells date and place, for those who hear the screen: the landmark, or how far it is to it.
+void tellDateAndPlace()
+{
+    std::string text = string(dateText()) + ". ";
+    if (gPrev.toNext > 0)
+        text += string(stringOf(kLabels, 6)) + " " + std::to_string(gPrev.toNext) + string(stringOf(kLabels, 9)) + ", ";
+    text += string(stringOf(kLandmarkNames, gPrev.landmark + 2));
+    if (text == sStatus->spoken)
+        return;
+    sStatus->spoken = text;
+    Platform::current().statusChanged(text);
+}
+
 void drawDateAndWeather()
 {
-    Str255 date = stringOf(kMonths, gPrev.month);
-    PStrAppend(date, pstr(" " + std::to_string(gPrev.day) + ", " + std::to_string(gPrev.year)));
-    DrawCentered(date, 34, kWidth);
+    DrawCentered(dateText(), 34, kWidth);
     DrawCentered(stringOf(kWeatherWords, 2 * gPrev.weather + 1), 90, kWeatherWidth);
     DrawCentered(stringOf(kWeatherWords, 2 * gPrev.weather + 2), 102, kWeatherWidth);
 }
@@ -265,6 +287,7 @@ void DrawStatus(View& item, bool full)
         drawLabels();
     drawValues();
     sStatus->blink = 1 - sStatus->blink;
+    tellDateAndPlace();
 }
 
 } // namespace Wainroad

@@ -1,0 +1,114 @@
+#include "Desktop/PanelFilter.h"
+
+#include "MacToolbox/Base/Strings.h"
+
+#include <QDir>
+#include <QFileSystemModel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QSettings>
+
+namespace Desktop {
+
+using namespace MacToolbox;
+
+namespace {
+
+constexpr std::size_t kLongestName = 63;
+
+/// The host's panels would keep a history in the user's settings: they get a place where nothing can be kept.
+void forgetHistory()
+{
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, "/dev/null/none");
+}
+
+} // namespace
+
+bool PanelFilter::filterAcceptsRow(int row, const QModelIndex& parent) const
+{
+    const auto* const files = qobject_cast<const QFileSystemModel*>(sourceModel());
+    if (!files)
+        return false;
+    const QFileInfo info = files->fileInfo(files->index(row, 0, parent));
+    if (info.isDir())
+        return true;
+    if (!info.isFile() || info.fileName().startsWith("._"))
+        return false;
+    return !ok || ok(info.filePath().toStdString());
+}
+
+bool PanelFilter::lessThan(const QModelIndex& left, const QModelIndex& right) const
+{
+    const auto* const files = qobject_cast<const QFileSystemModel*>(sourceModel());
+    const QFileInfo a = files->fileInfo(left), b = files->fileInfo(right);
+    if (a.isDir() != b.isDir())
+        return a.isDir() == (sortOrder() == Qt::AscendingOrder);
+    if (left.column() != 0)
+        return QSortFilterProxyModel::lessThan(left, right);
+    return QString::localeAwareCompare(a.fileName(), b.fileName()) < 0;
+}
+
+FilePanel::FilePanel(QWidget* window, const PanelRequest& request, Done done)
+    : QFileDialog(window)
+{
+    forgetHistory();
+    QDir().mkpath(QString::fromStdString(request.folder));
+    setOption(DontUseNativeDialog);
+    setOption(DontUseCustomDirectoryIcons);
+    auto* const filter = new PanelFilter;
+    filter->setParent(this);
+    filter->ok = request.accepts;
+    setProxyModel(filter);
+    setFileMode(request.saving ? AnyFile : ExistingFile);
+    setAcceptMode(request.saving ? AcceptSave : AcceptOpen);
+    setViewMode(List);
+    setDirectory(QString::fromStdString(request.folder));
+    setHistory({});
+    const QString prompt = QString::fromStdString(request.prompt);
+    setWindowTitle(!prompt.isEmpty() ? prompt : request.saving ? "Save" : "Open");
+    setAccessibleName(windowTitle());
+    if (request.saving) {
+        if (!prompt.isEmpty())
+            setLabelText(FileName, prompt);
+        if (auto* const field = findChild<QLineEdit*>("fileNameEdit")) {
+            field->setText(QString::fromStdString(request.name));
+            field->selectAll();
+            field->setFocus();
+        }
+    }
+    QObject::connect(this, &QDialog::finished, this, [this, done = std::move(done)](int result) {
+        const QStringList files = selectedFiles();
+        done(result == QDialog::Accepted && !files.isEmpty() ? std::optional(files.front().toStdString()) : std::nullopt);
+        deleteLater();
+    });
+}
+
+QString FilePanel::refusal(const QString& name)
+{
+    if (name.isEmpty())
+        return {};
+    const auto roman = macRomanStrict(name.normalized(QString::NormalizationForm_C).toStdString());
+    if (!roman)
+        return "The name has a character that the game cannot write. Letters of Western European languages are fine.";
+    if (roman->size() > kLongestName)
+        return QString("The name has %1 characters; the game can write at most %2.").arg(roman->size()).arg(kLongestName);
+    if (name.startsWith("._"))
+        return "A name cannot begin with a full stop and an underscore.";
+    return {};
+}
+
+void FilePanel::accept()
+{
+    const QStringList files = selectedFiles();
+    const QFileInfo info(files.isEmpty() ? QString() : files.front());
+    if (acceptMode() == AcceptSave && !info.isDir())
+        if (const QString why = refusal(info.fileName()); !why.isEmpty()) {
+            auto* const box = new QMessageBox(QMessageBox::Information, windowTitle(), why, QMessageBox::Ok, this);
+            box->setAttribute(Qt::WA_DeleteOnClose);
+            box->open();
+            return;
+        }
+    QFileDialog::accept();
+}
+
+} // namespace Desktop
