@@ -1,0 +1,83 @@
+// Whole journeys, from the title to the list of legends or to the end on the way, by clicks alone. What came of each is
+// compared with `Tests/Journeys/NAME.txt`; UPDATE_GOLDEN=1 writes it anew.
+
+#include "Tests/Harness/Golden.h"
+#include "Tests/Player/Traveller.h"
+#include "Wainroad/Game/Wainroad.h"
+#include "Wainroad/Screens/Title.h"
+#include "Wainroad/Simulation/Records.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+
+using namespace Harness;
+using namespace MacToolbox;
+using namespace Wainroad;
+
+namespace {
+
+struct Journey {
+    const char* name;
+    const char* date; // of the clock: the seed
+    Int occupation, month;
+    PanelPlayer::Outfit outfit;
+    Habits habits;
+};
+
+const Journey kJourneys[] = {
+    {"RoadAndFloat", "1848-04-01", 0, 4, {8, 15, 20, 3, 3, 3, 1600}, {2, false, false, 0, 0, true}},
+    {"RoadAndFord", "1848-05-02", 3, 5, {8, 12, 20, 2, 2, 2, 1600}, {1, false, false, 0, 0, true}},
+    {"RoadAndFerry", "1848-04-03", 0, 4, {7, 12, 20, 2, 2, 2, 1800}, {3, false, false, 1, 0, true}},
+    {"RoadAndGuide", "1848-05-04", 0, 5, {8, 15, 20, 2, 2, 2, 1600}, {4, false, false, 0, 0, true}},
+    {"OtherWaysAndRaft", "1848-04-05", 0, 4, {8, 15, 20, 3, 3, 3, 1600}, {3, true, true, 0, 0, true}},
+    {"OtherWaysAndToll", "1848-06-06", 5, 6, {8, 12, 20, 2, 2, 2, 1600}, {3, true, false, 1, 0, true}},
+    {"RoadAndRaft", "1848-04-07", 1, 4, {8, 12, 10, 2, 2, 2, 1000}, {3, false, true, 0, 1, true}},
+    {"BarelyProvided", "1848-07-08", 4, 7, {2, 0, 0, 0, 0, 0, 40}, {1, false, false, 2, 2, false}},
+    {"LateAndHungry", "1848-07-09", 7, 7, {4, 2, 0, 0, 0, 0, 300}, {2, true, true, 2, 2, true}},
+};
+
+std::string expected(const std::string& name)
+{
+    std::ifstream file(WR_JOURNEYS "/" + name + ".txt");
+    std::ostringstream text;
+    text << file.rdbuf();
+    return text.str();
+}
+
+class Journeys : public testing::TestWithParam<Journey> {};
+
+} // namespace
+
+TEST_P(Journeys, EndAsWrittenDown)
+{
+    const Journey& journey = GetParam();
+    GameRun run(Wainroad_main, {{}, {{"WR_DATE", journey.date}}, {}});
+    PanelPlayer player(run);
+    ASSERT_TRUE(player.setOut("Hob", journey.occupation, journey.month, journey.outfit));
+    Traveller traveller(run, journey.habits);
+    EXPECT_TRUE(traveller.travel(60 * 60 * 60)) << "the title does not come back";
+    EXPECT_EQ(traveller.fault(), "");
+
+    std::string diary;
+    for (const std::string& line : traveller.diary())
+        diary += line + "\n";
+    if (std::getenv("UPDATE_GOLDEN"))
+        std::ofstream(std::string(WR_JOURNEYS) + "/" + journey.name + ".txt") << diary;
+    EXPECT_EQ(diary, expected(journey.name));
+}
+
+INSTANTIATE_TEST_SUITE_P(All, Journeys, testing::ValuesIn(kJourneys), [](const auto& journey) { return journey.param.name; });
+
+TEST(IdleJourney, NothingHappensToWhoStaysAtHome)
+{
+    GameRun run(Wainroad_main);
+    PanelPlayer player(run);
+    ASSERT_TRUE(player.setOut());
+    run.advance(200);
+    const Bytes before = gState.bytes();
+    run.advance(60 * 60 * 3);
+    EXPECT_EQ(gState.bytes(), before);
+}
