@@ -154,6 +154,13 @@ TEST(Ends, FatalShowsItsWordsOnceAndEndsTheRun)
     }, words), 1) << "without any resources the alert itself is fatal";
     EXPECT_EQ(words, "wainroad: error -192 in GetNewMBar\nwainroad: error -192 in DCenteredAlert\n");
 
+    EXPECT_EQ(end([] {
+        errorHooks().centeredAlert = [](Int) { Fatal(1, "First"); };
+        errorHooks().flushConfig = [] { Fatal(2, "Second"); };
+        Fatal(-1, "Zeroth");
+    }, words), 1) << "nor do the last steps go round";
+    EXPECT_EQ(words, "wainroad: error -1 in Zeroth\nwainroad: error 1 in First\nwainroad: error 2 in Second\n");
+
     EXPECT_EQ(end([] { DiskError(-77, false); }, words), 0);
     EXPECT_EQ(words, "wainroad: error -77 in DiskError\n") << "an error without words";
 }

@@ -45,7 +45,7 @@ static const ViewProc FuzzPanel{panelProc}, CoverPanel{coverProc};
 /// A resource file with what panels use, and an empty list of items.
 static const std::string& resources()
 {
-    static const std::string path = [] {
+    static const std::string& path = *new std::string([] { // leaked: the last step of the process needs it
         const Bytes frame = Form().u16(1).u32(20).u32(0).u16(2).rect({0, 0, 1, 16}).u8(0xFE).u8(0xFF).bytes;
         const Bytes control = Form().rect({0, 0, 50, 90}).u16(0).u8(1).u8(0).u16(1).u16(0).u16(160).u32(128).counted("a\rb").bytes;
         const Bytes bar = Form().rect({0, 0, 90, 16}).u16(3).u8(1).u8(0).u16(9).u16(0).u16(16).u32(0).u8(0).bytes;
@@ -56,7 +56,7 @@ static const std::string& resources()
         std::ofstream(name, std::ios::binary).write(reinterpret_cast<const char*>(file.data()), std::streamsize(file.size()));
         std::atexit([] { std::filesystem::remove(resources()); });
         return name;
-    }();
+    }());
     return path;
 }
 

@@ -71,7 +71,8 @@ TEST(Start, AMissingResourceIsShownAndEndsTheGameNormally)
     const Bytes alert = kAlert, items = kAlertItems;
     const Bytes window = Form().rect({20, 0, 342, 512}).u16(2).u16(0).u16(0).u32(0).counted("").bytes;
     const Bytes frame = Form().u16(1).u32(20).u32(0).u16(2).rect({0, 0, 1, 16}).u8(0xFE).u8(0xFF).bytes;
-    const std::vector<ToyResource> shown{{os("DLOG"), 1000, alert}, {os("DITL"), 1000, items}, {os("FONT"), 12, boxFont()}};
+    const std::vector<ToyResource> shown{{os("DLOG"), 1000, alert}, {os("DITL"), 1000, items}, {os("FONT"), 12, boxFont()},
+        {os("STR#"), 3000, Form().u16(5).zeros(4).counted("Settings").bytes}};
     auto more = shown;
     const std::pair<ToyResource, const char*> steps[] = {
         {{os("WIND"), 1000, window}, "GetNewWindow"},

@@ -19,7 +19,7 @@ static constexpr Int kFatalHeadline = 2, kMemoryHeadline = 3;    // of kAlertTex
 static constexpr Int kDiskFatalHeadline = 14, kDiskHeadline = 15; // of kErrorTexts
 static const Str255 kNoText{0};
 
-static RunState<bool> sShowingFatal;
+static RunState<Int> sFatals; // calls of `Fatal` so far
 
 static Str255 counted(std::span<const std::uint8_t> text)
 {
@@ -66,9 +66,11 @@ void Fatal(Int error, std::string_view where)
     Str255 number{0};
     AppendNumber(error, number);
     printLine("error " + string(number) + " in " + std::string(where));
-    if (*sShowingFatal)
-        ExitToShell(1);
-    *sShowingFatal = true;
+    switch (++*sFatals) {
+    case 1: break;
+    case 2: endRun(1);       // raised while the first was being shown
+    default: ExitToShell(1); // raised by the last steps themselves
+    }
 
     InitCursor();
     Str255 headline, extra{0};

@@ -9,7 +9,7 @@ enum Opcode : Int {
     kOpAwaitFlag, kOpMode, kOpCall, kOpSpecial = 254, kOpEnd = 255
 };
 static constexpr Int kBadScript = -5000;
-static constexpr Int kMostRecords = 1'000'000; // in one frame; beyond that a script goes round for ever
+static constexpr Int kMostRecords = 100'000; // in one frame; beyond that a script goes round for ever
 
 /// What becomes of a record.
 enum class Then { next, jump, stop };
