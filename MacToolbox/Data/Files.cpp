@@ -3,7 +3,9 @@
 #include "MacToolbox/Base/Clock.h"
 #include "MacToolbox/Base/Platform.h"
 #include "MacToolbox/Base/RunState.h"
+#include "MacToolbox/Data/FinderInfo.h"
 #include "MacToolbox/Data/HostDisk.h"
+#include "MacToolbox/Data/Replacing.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -11,35 +13,20 @@
 #include <filesystem>
 #include <map>
 #include <mutex>
-#include <system_error>
 
 namespace MacToolbox {
 
 using HostFiles::folderOf;
+using HostFiles::removeWithCompanion;
 
 namespace {
 
 constexpr Int kSecondsTo1970 = 2082844800; // from 1904
 constexpr Int kFirstWD = -200, kFirstRef = 100;
-constexpr std::size_t kFinderInfoSize = 32;
-constexpr char kCompanionPrefix[] = "._";
-constexpr char kReplacingPrefix[] = ".~replacing-";
-constexpr std::size_t kLongestPlainName = 200; // bytes; with the prefixes it must stay under 255
 
 struct OpenFile {
     HostFile file;
     Int mark = 0;
-};
-
-/// A replacement in progress; see `HostFiles::Replacement`.
-struct Pending {
-    bool active = false;
-    std::string target;   ///< the file to be replaced, as the game names it
-    std::string place;    ///< where the new file goes: the target, or what a link there leads to if it is only changed
-    std::string fresh;    ///< the new file, beside `place`
-    bool deleted = false; ///< the target counts as missing
-    bool made = false;    ///< `fresh` is there and stands for the target
-    HostFile held;        ///< `fresh`, locked, so that no other process takes it for a leftover
 };
 
 struct FilesState {
@@ -47,7 +34,7 @@ struct FilesState {
     Int nextWD = kFirstWD;
     std::map<Int, OpenFile> open;
     Int nextRef = kFirstRef;
-    Pending pending;
+    Replacing replacing;
     bool swept = false; ///< leftovers in the data folder are cleared
 };
 RunState<FilesState> sFiles;
@@ -71,36 +58,6 @@ AtRunStart sFresh([] {
     s.dataFolder.reset();
 });
 
-// Names and paths.
-
-std::size_t nameStart(const std::string& path)
-{
-    const std::size_t slash = path.rfind('/');
-    return slash == std::string::npos ? 0 : slash + 1;
-}
-
-/// The path beside `path` whose name has a prefix.
-std::string beside(const std::string& path, const std::string& prefix)
-{
-    const std::size_t start = nameStart(path);
-    return path.substr(0, start) + prefix + path.substr(start);
-}
-
-std::string companionOf(const std::string& path) { return beside(path, kCompanionPrefix); }
-
-/// Where the new file of a replacement is built. A long name is told by its hash, so that the prefix still fits.
-std::string replacingPath(const std::string& target)
-{
-    const std::size_t start = nameStart(target);
-    const std::string name = target.substr(start);
-    if (name.size() <= kLongestPlainName)
-        return beside(target, kReplacingPrefix);
-    std::uint64_t hash = 14695981039346656037U;
-    for (const char c : name)
-        hash = (hash ^ static_cast<std::uint8_t>(c)) * 1099511628211U;
-    return target.substr(0, start) + kReplacingPrefix + std::to_string(hash);
-}
-
 std::string standardized(const std::string& path)
 {
     std::string plain = std::filesystem::path(path).lexically_normal().string();
@@ -109,157 +66,17 @@ std::string standardized(const std::string& path)
     return plain;
 }
 
-// Type and creator.
-
-Bytes finderBytes(const FInfo& info)
-{
-    ByteWriter out;
-    out.u32(info.fdType);
-    out.u32(info.fdCreator);
-    out.u16(info.fdFlags);
-    out.pad(kFinderInfoSize);
-    return out.bytes;
-}
-
-/// The stored bytes of type and creator, from the attribute or the companion file; empty if there are none, nothing if
-/// that cannot be told.
-std::optional<Bytes> storedFinderBytes(const std::string& path)
-{
-    const std::optional<Bytes> bytes = HostDisk::attribute(path);
-    if (bytes && bytes->size() >= 8)
-        return bytes;
-    const std::string companion = companionOf(path);
-    if (HostDisk::kind(companion) != HostDisk::Kind::File)
-        return bytes ? std::optional(Bytes{}) : std::nullopt;
-    const HostFile file = HostDisk::open(companion, HostDisk::Mode::Read);
-    Bytes kept = file ? HostDisk::read(file, 0, kFinderInfoSize) : Bytes{};
-    if (kept.size() < 8)
-        return std::nullopt;
-    return kept;
-}
-
-FInfo finderInfoOf(const Bytes& stored)
-{
-    ByteReader in(stored);
-    FInfo info;
-    info.fdType = static_cast<OSType>(in.u32());
-    info.fdCreator = static_cast<OSType>(in.u32());
-    info.fdFlags = stored.size() >= 10 ? in.u16() : 0;
-    return info;
-}
-
-/// @return False if neither the attribute nor the companion could be stored.
-bool storeFinderInfo(const std::string& path, const FInfo& info)
-{
-    const Bytes bytes = finderBytes(info);
-    const std::string companion = companionOf(path);
-    const bool hasCompanion = HostDisk::kind(companion) == HostDisk::Kind::File;
-    if (HostDisk::setAttribute(path, bytes)) {
-        if (hasCompanion)
-            HostDisk::remove(companion);
-        return true;
-    }
-    const HostFile file = HostDisk::open(companion, hasCompanion ? HostDisk::Mode::Update : HostDisk::Mode::Create);
-    return file && HostDisk::write(file, 0, bytes) && HostDisk::truncate(file, kFinderInfoSize) && HostDisk::sync(file);
-}
-
-bool removeWithCompanion(const std::string& path)
-{
-    if (!HostDisk::remove(path))
-        return false;
-    if (const std::string companion = companionOf(path); HostDisk::kind(companion) == HostDisk::Kind::File)
-        HostDisk::remove(companion);
-    return true;
-}
-
-// Files that are being replaced.
-
-bool isTarget(const std::string& path) { return sFiles->pending.active && path == sFiles->pending.target; }
-
 /// The file that stands for `path` at this moment.
 const std::string& actual(const std::string& path)
 {
-    return isTarget(path) && sFiles->pending.made ? sFiles->pending.fresh : path;
+    const Replacing& r = sFiles->replacing;
+    return r.isTarget(path) && r.made() ? r.fresh() : path;
 }
 
 HostDisk::Kind kindOf(const std::string& path)
 {
-    if (isTarget(path) && !sFiles->pending.made && sFiles->pending.deleted)
-        return HostDisk::Kind::Missing;
-    return HostDisk::kind(actual(path));
-}
-
-/// Removes what killed replacements left in a folder; one that another process is at is left alone.
-void sweep(const std::string& folder)
-{
-    for (const std::string& name : HostDisk::names(folder)) {
-        if (name.rfind(kReplacingPrefix, 0) != 0)
-            continue;
-        const std::string path = folder + '/' + name;
-        const HostFile file = HostDisk::open(path, HostDisk::Mode::Read);
-        if (file && HostDisk::lock(file))
-            removeWithCompanion(path);
-    }
-}
-
-/// Makes the new file, empty and locked.
-bool makeFresh(Pending& p)
-{
-    if (HostDisk::kind(p.fresh) == HostDisk::Kind::File)
-        removeWithCompanion(p.fresh);
-    p.held = HostDisk::open(p.fresh, HostDisk::Mode::Create);
-    if (!p.held)
-        return false;
-    HostDisk::lock(p.held);
-    p.made = true;
-    return true;
-}
-
-void dropFresh(Pending& p)
-{
-    p.held.close();
-    if (p.made)
-        removeWithCompanion(p.fresh);
-    p.made = false;
-}
-
-/// Makes the new file a copy of the old one, so that it can be changed there. If it cannot, the old file is changed.
-void copyToFresh(Pending& p)
-{
-    const HostFile old = HostDisk::open(p.target, HostDisk::Mode::Read);
-    if (!old)
-        return;
-    const Bytes bytes = HostDisk::read(old, 0, HostDisk::length(old).value_or(0));
-    const std::optional<Bytes> stored = storedFinderBytes(p.target);
-    if (!stored)
-        return;
-    std::error_code error;
-    if (const std::filesystem::path real = std::filesystem::canonical(p.target, error); !error)
-        p.place = real.string();
-    p.fresh = replacingPath(p.place);
-    if (!makeFresh(p))
-        return;
-    HostDisk::copyMode(old, p.held);
-    if (I(bytes.size()) != HostDisk::length(old) || !HostDisk::write(p.held, 0, bytes)
-        || (!stored->empty() && !storeFinderInfo(p.fresh, finderInfoOf(*stored))))
-        dropFresh(p);
-}
-
-/// Puts the new file in the place of the old one.
-bool putInPlace(Pending& p)
-{
-    if (!HostDisk::sync(p.held))
-        return false;
-    const std::string freshCompanion = companionOf(p.fresh), companion = companionOf(p.place);
-    const bool hasCompanion = HostDisk::kind(freshCompanion) == HostDisk::Kind::File;
-    if (hasCompanion && !HostDisk::rename(freshCompanion, companion))
-        return false;
-    if (!HostDisk::rename(p.fresh, p.place))
-        return false;
-    if (!hasCompanion && HostDisk::kind(companion) == HostDisk::Kind::File)
-        HostDisk::remove(companion);
-    HostDisk::syncFolder(folderOf(p.place));
-    return true;
+    const Replacing& r = sFiles->replacing;
+    return r.isTarget(path) && r.missing() ? HostDisk::Kind::Missing : HostDisk::kind(actual(path));
 }
 
 OpenFile* openFile(Int refNum)
@@ -300,7 +117,7 @@ void makeDataFolder()
     const std::string path = dataFolder();
     HostDisk::makeFolders(path);
     if (!sFiles->swept)
-        sweep(path);
+        Replacing::sweep(path);
     sFiles->swept = true;
 }
 
@@ -332,34 +149,19 @@ Int wd(const std::string& folderPath)
 
 std::string folderOf(const std::string& path)
 {
-    const std::size_t start = nameStart(path);
+    const std::size_t start = path.rfind('/') + 1;
     return start > 1 ? path.substr(0, start - 1) : start == 1 ? "/" : ".";
 }
 
 Str255 nameOf(const std::string& path, std::size_t maxLength)
 {
-    std::string name = path.substr(nameStart(path));
+    std::string name = path.substr(path.rfind('/') + 1);
     std::replace(name.begin(), name.end(), ':', '/');
     Str255 counted = pstr(name);
     counted.resize(std::min(counted.size(), maxLength + 1));
     counted[0] = static_cast<std::uint8_t>(counted.size() - 1);
     return counted;
 }
-
-FInfo finderInfo(const std::string& path)
-{
-    if (const std::optional<Bytes> stored = storedFinderBytes(path); stored && !stored->empty())
-        return finderInfoOf(*stored);
-    FInfo info;
-    std::string end = path.substr(path.size() - std::min<std::size_t>(path.size() - nameStart(path), 4));
-    for (char& c : end)
-        c = c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
-    if (end == ".txt")
-        info.fdType = os("TEXT");
-    return info;
-}
-
-void setFinderInfo(const std::string& path, const FInfo& info) { storeFinderInfo(path, info); }
 
 Int modDate(const std::string& path)
 {
@@ -387,38 +189,26 @@ std::optional<std::string> scriptedAnswer()
     return dataFolder() + '/' + entry;
 }
 
-Replacement::Replacement(Int vRefNum, Int dirID, const Str255& name)
+Replacement::Replacement(Int vRefNum, Int dirID, const Str255& name) : outermost_(!sFiles->replacing.active())
 {
-    Pending& p = sFiles->pending;
-    outermost_ = !p.active;
-    if (!outermost_)
-        return;
-    p = Pending{};
-    p.target = p.place = url(vRefNum, dirID, name);
-    p.fresh = replacingPath(p.place);
-    p.active = true;
-    sweep(folderOf(p.target));
+    if (outermost_)
+        sFiles->replacing.begin(url(vRefNum, dirID, name));
 }
 
 Replacement::~Replacement()
 {
-    if (!outermost_)
-        return;
-    dropFresh(sFiles->pending);
-    sFiles->pending = Pending{};
+    if (outermost_)
+        sFiles->replacing.end();
 }
 
 OSErr Replacement::commit()
 {
-    Pending& p = sFiles->pending;
-    if (!outermost_ || !p.active)
+    Replacing& r = sFiles->replacing;
+    if (!outermost_ || !r.active())
         return noErr;
     outermost_ = false;
-    const bool nothingNew = !p.made;
-    const bool done = nothingNew ? !p.deleted : putInPlace(p);
-    if (!done)
-        dropFresh(p);
-    p = Pending{};
+    const bool done = r.made() ? r.putInPlace() : !r.missing();
+    r.end();
     return done ? noErr : ioErr;
 }
 
@@ -433,14 +223,12 @@ OSErr HCreate(Int vRefNum, Int dirID, const Str255& name, OSType creator, OSType
     FInfo info;
     info.fdType = type;
     info.fdCreator = creator;
-    if (isTarget(path)) {
-        Pending& p = sFiles->pending;
+    if (Replacing& r = sFiles->replacing; r.isTarget(path)) {
         // A new file that cannot be told apart by its type would be refused later: then there is none.
-        if (!makeFresh(p) || !storeFinderInfo(p.fresh, info)) {
-            dropFresh(p);
-            return ioErr;
-        }
-        return noErr;
+        if (r.makeFresh() && HostFiles::storeFinderInfo(r.fresh(), info))
+            return noErr;
+        r.dropFresh();
+        return ioErr;
     }
     if (!HostDisk::open(path, HostDisk::Mode::Create))
         return errno == EEXIST ? dupFNErr : ioErr;
@@ -456,15 +244,12 @@ OSErr HDelete(Int vRefNum, Int dirID, const Str255& name)
     const HostDisk::Kind kind = kindOf(path);
     if (kind != HostDisk::Kind::File)
         return kind == HostDisk::Kind::Missing ? fnfErr : ioErr;
-    if (!isTarget(path))
+    Replacing& r = sFiles->replacing;
+    if (!r.isTarget(path))
         return removeWithCompanion(path) ? noErr : ioErr;
-    Pending& p = sFiles->pending;
-    if (!p.made && !HostDisk::isWritableFolder(folderOf(path)))
+    if (!r.made() && !HostDisk::isWritableFolder(folderOf(path)))
         return ioErr;
-    dropFresh(p);
-    p.place = p.target; // a link goes with the file
-    p.fresh = replacingPath(p.place);
-    p.deleted = true;
+    r.markDeleted();
     return noErr;
 }
 
@@ -477,10 +262,10 @@ OSErr HOpen(Int vRefNum, Int dirID, const Str255& name, Int, Int& refNum)
     if (kind != HostDisk::Kind::File)
         return kind == HostDisk::Kind::Missing ? fnfErr : permErr;
     HostFile file = HostDisk::open(actual(path), HostDisk::Mode::Update);
-    if (file && isTarget(path) && !sFiles->pending.made) {
-        copyToFresh(sFiles->pending);
-        if (sFiles->pending.made)
-            file = HostDisk::open(sFiles->pending.fresh, HostDisk::Mode::Update);
+    if (Replacing& r = sFiles->replacing; file && r.isTarget(path) && !r.made()) {
+        r.copyToFresh();
+        if (r.made())
+            file = HostDisk::open(r.fresh(), HostDisk::Mode::Update);
     }
     if (!file)
         file = HostDisk::open(actual(path), HostDisk::Mode::Read);

@@ -384,38 +384,41 @@ TEST_F(Files, AFullDiskKeepsTheOldSave)
     EXPECT_EQ(changeInPlace(), noErr) << "no room for a copy, but the file itself does not grow";
 }
 
-// The process ends before each call that changes something: the next start finds one whole save.
+// The process ends before each call that changes something, in a save that goes well and in one that finds the disk full
+// and clears up: the next start finds one whole save and nothing else.
 TEST_F(Files, AKillAtAnyCallLeavesAWholeFile)
 {
+    const auto killed = [&](bool attributes, bool change, Int room, Int end) {
+        HostDisk::Faults faults;
+        faults.attributes = attributes;
+        HostDisk::setFaults(faults);
+        fs::remove_all(folder_);
+        startRunAfresh();
+        EXPECT_EQ(makeFile("Save", kOld), noErr);
+        const pid_t child = ::fork();
+        if (child == 0) {
+            faults.room = room;
+            faults.endBefore = end;
+            HostDisk::setFaults(faults);
+            ::_exit((change ? changeInPlace() : saveAgain()) == noErr ? 0 : 1);
+        }
+        int status = 0;
+        EXPECT_EQ(::waitpid(child, &status, 0), child);
+        startRunAfresh();
+        HostFiles::makeDataFolder();
+        return WEXITSTATUS(status);
+    };
     for (const bool attributes : {true, false})
         for (const bool change : {false, true})
-            for (Int end = 0, ended = 1; ended; ++end) {
-                HostDisk::Faults faults;
-                faults.attributes = attributes;
-                HostDisk::setFaults(faults);
-                fs::remove_all(folder_);
-                startRunAfresh();
-                ASSERT_EQ(makeFile("Save", kOld), noErr);
-                const pid_t child = ::fork();
-                if (child == 0) {
-                    faults.endBefore = end;
-                    HostDisk::setFaults(faults);
-                    const OSErr err = change ? changeInPlace() : saveAgain();
-                    ::_exit(err == noErr ? 0 : 1);
+            for (const Int room : {-1, 2500})
+                for (Int end = 0, exit = 9; exit == 9; ++end) {
+                    exit = killed(attributes, change, room, end);
+                    SCOPED_TRACE(testing::Message() << "before change " << end << ", in place " << change << ", attributes " << attributes << ", room " << room);
+                    const std::string now = contents("Save"), fresh = change ? std::string(kOld.size(), 'c') : kNew;
+                    EXPECT_TRUE(now == fresh || (now == kOld && exit != 0)) << now.size();
+                    EXPECT_EQ(HostFiles::finderInfo(path("Save")).fdType, kType);
+                    EXPECT_EQ(others({"Save", "._Save"}), "");
                 }
-                int status = 0;
-                ASSERT_EQ(::waitpid(child, &status, 0), child);
-                ended = WEXITSTATUS(status) == 9;
-                ASSERT_TRUE(ended || WEXITSTATUS(status) == 0);
-                SCOPED_TRACE(testing::Message() << "before change " << end << " in place " << change << " attributes " << attributes);
-                startRunAfresh();
-                HostFiles::makeDataFolder();
-                const std::string now = contents("Save"), fresh = change ? std::string(kOld.size(), 'c') : kNew;
-                EXPECT_TRUE(now == kOld || now == fresh) << now.size();
-                EXPECT_TRUE(ended || now == fresh);
-                EXPECT_EQ(HostFiles::finderInfo(path("Save")).fdType, kType);
-                EXPECT_EQ(others({"Save", "._Save"}), "");
-            }
 }
 
 TEST_F(Files, ANewFileThatFailsIsNotThere)
