@@ -31,6 +31,13 @@ namespace {
                 paintPixel(dst, h, v, source(h, v), op);
     }
 
+    /// True if `r` is not empty and lies in `outer`.
+    bool holds(const Rect& outer, const Rect& r)
+    {
+        return r.top >= outer.top && r.left >= outer.left && r.bottom <= outer.bottom && r.right <= outer.right
+            && !r.isEmpty();
+    }
+
     // The loops keep what they need in variables of their own: a store of bytes could change anything else.
 
     // ---- fills ----
@@ -46,6 +53,19 @@ namespace {
             store(to, mix<K>(load<Word>(to), source.rows[y & 7], mask));
         if (whole < t.height)
             paintNearRows<K>(t, source, whole, t.height);
+    }
+
+    /// Words that are all black; `K` is `set`, `flip` or `clear`.
+    template <Kind K>
+    void fillSolidWords(const Target& t)
+    {
+        const Word mask = maskOf(t.x0, t.x1);
+        const Int near = rowsBeyond(t.to, t.stride, t.height, 8, t.end), stride = t.stride;
+        Byte* to = t.to;
+        for (Int n = t.height - near; n > 0; --n, to += stride)
+            store(to, mix<K>(load<Word>(to), mask));
+        for (Int n = near; n > 0; --n, to += stride)
+            paintNear<K>(t, to, ~Word {0}, mask);
     }
 
     template <Kind K>
@@ -126,13 +146,6 @@ namespace {
         } else {
             blitChunks<K>(t, BitmapSource<false, false>(from, x, y, t.x0));
         }
-    }
-
-    /// True if `r` is not empty and lies in `outer`.
-    bool holds(const Rect& outer, const Rect& r)
-    {
-        return r.top >= outer.top && r.left >= outer.left && r.bottom <= outer.bottom && r.right <= outer.right
-            && !r.isEmpty();
     }
 
     void blitInside(const BitMap& dst, const Rect& r, const BitMap& src, Point at, RasterOp op)
@@ -216,15 +229,25 @@ void fillPixels(const BitMap& dst, const Rect& r, const Pattern& pattern, Raster
 {
     if (op.constant)
         return fillPixels(dst, r, op.kind == Kind::set ? Pattern::black : Pattern::white, {});
-    const Rect area = r.intersection(dst.bounds);
-    if (area.isEmpty())
+    if (!holds(dst.bounds, r)) {
+        const Rect area = r.intersection(dst.bounds);
+        if (!area.isEmpty())
+            fillPixels(dst, area, pattern, op);
         return;
-    const Int y = area.top - dst.bounds.top;
+    }
+    const Int x = r.left - dst.bounds.left, y = r.top - dst.bounds.top;
     Rows to;
     if (!Rows::of(dst, to))
-        return paintEachPixel(dst, area, op,
-            [&](Int h, Int v) { return pattern.bit(h - dst.bounds.left, v - dst.bounds.top); });
-    const Target t(to, area.left - dst.bounds.left, y, area.width(), area.height());
+        return paintEachPixel(dst, r, op, [&](Int h, Int v) { return pattern.bit(h - dst.bounds.left, v - dst.bounds.top); });
+    const Target t(to, x, y, r.width(), r.height());
+    const Word bits = load<Word>(pattern.rows.data()) ^ (op.invert ? ~Word {0} : 0);
+    if (t.x1 <= 64 && bits + 1 <= 1) { // all white or all black
+        if (bits == 0)
+            return op.kind == Kind::copy ? fillSolidWords<Kind::clear>(t) : void();
+        if (op.kind == Kind::flip)
+            return fillSolidWords<Kind::flip>(t);
+        return op.kind == Kind::clear ? fillSolidWords<Kind::clear>(t) : fillSolidWords<Kind::set>(t);
+    }
     const PatternSource source(pattern, y, op.invert);
     forKind(op.kind, [&]<Kind K> { fillTarget<K>(t, source); });
 }
