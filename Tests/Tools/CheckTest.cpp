@@ -24,19 +24,19 @@ const Archive& game()
     return all;
 }
 
-std::vector<std::string> faultsOf(const Archive& archive)
+Findings findingsOf(const Archive& archive)
 {
     Findings findings;
     Stock stock;
     stock.add("all", archive.image(), findings);
-    return check(stock).faults;
+    return check(stock);
 }
 
 } // namespace
 
 TEST(Check, TheGameHasNoFaults)
 {
-    for (const std::string& fault : faultsOf(game()))
+    for (const std::string& fault : findingsOf(game()).faults)
         ADD_FAILURE() << fault;
 }
 
@@ -93,10 +93,30 @@ TEST(Check, FindsWhatWouldBreakAScreen)
             archive.items.erase(it);
         bool found = false;
         std::string all;
-        for (const std::string& fault : faultsOf(archive)) {
+        for (const std::string& fault : findingsOf(archive).faults) {
             found |= fault.find(test.fault) != std::string::npos;
             all += fault + '\n';
         }
         EXPECT_TRUE(found) << all;
     }
+}
+
+TEST(Check, NotesTextsThatDoNotFit)
+{
+    EXPECT_TRUE(findingsOf(game()).notes.empty());
+    Archive archive = game();
+    const std::string longText(600, 'W'), wide(40, 'W');
+    Bytes& page = archive.items.at({os("WST#"), 3171}).data;
+    page = {0, 1, 2, 88};
+    page.insert(page.end(), longText.begin(), longText.end());
+    Bytes& panel = archive.items.at({os("DITL"), 6320}).data; // its first item is a button
+    const std::ptrdiff_t before = panel[15] + panel[15] % 2;
+    panel.erase(panel.begin() + 16, panel.begin() + 16 + before);
+    panel.insert(panel.begin() + 16, wide.begin(), wide.end());
+    panel[15] = 40;
+    std::string all;
+    for (const std::string& note : findingsOf(archive).notes)
+        all += note + '\n';
+    EXPECT_NE(all.find("WST# 3171: page 1 has"), std::string::npos) << all;
+    EXPECT_NE(all.find("DITL 6320: the title of item 1 is too wide"), std::string::npos) << all;
 }

@@ -71,7 +71,7 @@ void checkInventory(const Stock& stock, Findings& findings)
 Findings check(const Stock& stock)
 {
     Findings findings;
-    for (const auto room : {checkInventory, checkLayouts, checkMenus, checkTexts, checkImages, checkScripts, checkFonts, checkSettings})
+    for (const auto room : {checkInventory, checkLayouts, checkMenus, checkTexts, checkImages, checkScripts, checkFonts, checkFit, checkSettings})
         room(stock, findings);
     return findings;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Tools/rsrc/Archive.h"
+#include "Tools/rsrc/Forms.h"
 
 #include <string>
 #include <vector>
@@ -32,6 +33,9 @@ private:
     Archive all_; // `place` is the path of the file
 };
 
+/// The strike of a family at a size without style, as its `FOND` or the number of a `FONT` names it; or nothing.
+std::optional<Strike> plainStrike(const Stock& stock, Int family, Int size);
+
 /// Tests resources against everything that the game expects of them.
 Findings check(const Stock& stock);
 
@@ -43,6 +47,7 @@ void checkTexts(const Stock& stock, Findings& findings);
 void checkImages(const Stock& stock, Findings& findings);
 void checkScripts(const Stock& stock, Findings& findings);
 void checkFonts(const Stock& stock, Findings& findings);
+void checkFit(const Stock& stock, Findings& findings);
 void checkSettings(const Stock& stock, Findings& findings);
 
 } // namespace Rsrc

@@ -12,28 +12,6 @@ namespace {
 
 constexpr Int kGameFamily = 6322;
 
-/// The strike of a family at a size without style, or nothing.
-std::optional<Strike> strikeOf(const Stock& stock, Int family, Int size)
-{
-    const auto load = [&](Int id) -> std::optional<Strike> {
-        for (const char* type : {"NFNT", "FONT"})
-            if (const Bytes* data = stock.find(type, id))
-                return Rsrc::strikeOf(*data);
-        return std::nullopt;
-    };
-    if (const Bytes* data = stock.find("FOND", family); data && data->size() > 54) {
-        ByteReader in(*data, 52);
-        for (Int left = in.s16() + 1; left > 0 && !in.atEnd(); --left) {
-            const Int entrySize = in.s16(), style = in.s16(), id = in.s16();
-            if (entrySize == size && style == 0)
-                return load(id);
-        }
-        return std::nullopt;
-    }
-    const Int id = family * 128 + size;
-    return stock.find("FONT", id) ? load(id) : std::nullopt;
-}
-
 /// Every character of every text, and where it was first seen.
 std::set<std::uint8_t> usedCharacters(const Stock& stock)
 {
@@ -59,7 +37,7 @@ std::set<std::uint8_t> usedCharacters(const Stock& stock)
 
 void checkStrike(const Stock& stock, Int family, Int size, const std::set<std::uint8_t>& used, Findings& findings)
 {
-    const auto strike = strikeOf(stock, family, size);
+    const auto strike = plainStrike(stock, family, size);
     if (!strike)
         return findings.fault("FOND", family, "has no plain strike of size " + std::to_string(size));
     std::string missing;
@@ -75,7 +53,7 @@ void checkStrike(const Stock& stock, Int family, Int size, const std::set<std::u
 void checkWidths(const Stock& stock, Findings& findings)
 {
     for (const WidthNeeds& need : widthNeeds()) {
-        const auto strike = strikeOf(stock, kGameFamily, need.size);
+        const auto strike = plainStrike(stock, kGameFamily, need.size);
         const Bytes* data = stock.find("STR#", need.list);
         const auto texts = data ? stringsOf(*data) : std::nullopt;
         if (!strike || !texts)
@@ -86,11 +64,11 @@ void checkWidths(const Stock& stock, Findings& findings)
                     findings.fault("STR#", need.list, "index " + std::to_string(index) + " is " + std::to_string(width) + " pixels wide, at most "
                             + std::to_string(need.pixels) + " fit");
     }
-    const auto game = strikeOf(stock, kGameFamily, 12);
+    const auto game = plainStrike(stock, kGameFamily, 12);
     const std::string_view price = "$1,600.00";
     if (game && game->width(std::span(reinterpret_cast<const std::uint8_t*>(price.data()), price.size()), false) > 52)
         findings.fault("FOND", kGameFamily, "\"$1,600.00\" is wider than 52 pixels at size 12");
-    const auto strike14 = strikeOf(stock, kGameFamily, 14), system = strikeOf(stock, 0, 12);
+    const auto strike14 = plainStrike(stock, kGameFamily, 14), system = plainStrike(stock, 0, 12);
     if (strike14 && strike14->ascent + strike14->descent + strike14->leading > 19)
         findings.fault("FOND", kGameFamily, "lines of size 14 are higher than 19");
     if (game && game->ascent + game->descent + game->leading != 12)
@@ -213,6 +191,27 @@ void checkSounds(const Stock& stock, Findings& findings)
 }
 
 } // namespace
+
+std::optional<Strike> plainStrike(const Stock& stock, Int family, Int size)
+{
+    const auto load = [&](Int id) -> std::optional<Strike> {
+        for (const char* type : {"NFNT", "FONT"})
+            if (const Bytes* data = stock.find(type, id))
+                return strikeOf(*data);
+        return std::nullopt;
+    };
+    if (const Bytes* data = stock.find("FOND", family); data && data->size() > 54) {
+        ByteReader in(*data, 52);
+        for (Int left = in.s16() + 1; left > 0 && !in.atEnd(); --left) {
+            const Int entrySize = in.s16(), style = in.s16(), id = in.s16();
+            if (entrySize == size && style == 0)
+                return load(id);
+        }
+        return std::nullopt;
+    }
+    const Int id = family * 128 + size;
+    return stock.find("FONT", id) ? load(id) : std::nullopt;
+}
 
 void checkFonts(const Stock& stock, Findings& findings)
 {
