@@ -160,7 +160,7 @@ namespace {
     /// A blank glyph of that size, elsewhere like `like`. One too large to be drawn gets no columns.
     StyledGlyph blank(const StyledGlyph& like, Int width, Int height)
     {
-        constexpr Int kMostPixels = 1 << 22;
+        constexpr Int kMostPixels = 1 << 17;
         StyledGlyph g;
         g.left = like.left, g.top = like.top, g.advance = like.advance;
         g.height = height; // the same for all of a strike, also without any pixels

@@ -5,10 +5,24 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdlib>
+#include <new>
 
 using namespace MacToolbox;
 using Plain::Chance;
 using Plain::Pixels;
+
+static long sAllocations = 0;
+
+[[gnu::noinline]] void* operator new(std::size_t size)
+{
+    ++sAllocations;
+    if (void* p = std::malloc(size ? size : 1))
+        return p;
+    throw std::bad_alloc();
+}
+[[gnu::noinline]] void operator delete(void* p) noexcept { std::free(p); }
+[[gnu::noinline]] void operator delete(void* p, std::size_t) noexcept { std::free(p); }
 
 namespace {
 
@@ -157,6 +171,22 @@ TEST(Region, TheDefaultClipCostsNoRows)
     EXPECT_LT(bands, 330);
     EXPECT_EQ(screen.intersection(clip), screen);
     EXPECT_EQ(clip.subtracting(ring), screen);
+}
+
+TEST(Region, RectanglesIntersectAndShapesAreUsedAgainWithoutAllocation)
+{
+    const Region a(Rect {0, 0, 50, 50}), b(Rect {20, 30, 90, 90});
+    const Region disc = Region::oval({0, 0, 60, 60}), other = Region::oval({10, 10, 80, 80});
+    Region out = disc.unionWith(other).xorWith(a);
+    out = disc.xorWith(other);
+    const long before = sAllocations;
+    Region box = a.intersection(b);
+    Region::combine(Region::Op::intersect, box, a, box);
+    Region::combine(Region::Op::intersect, disc, other, out);
+    const long after = sAllocations;
+    EXPECT_EQ(after, before);
+    EXPECT_EQ(box, Region(Rect {20, 30, 50, 50}));
+    EXPECT_EQ(out, other.intersection(disc));
 }
 
 TEST(Region, OvalsAndRoundCornersFollowTheEllipse)
