@@ -38,7 +38,8 @@ function(wr_tests folder)
   set(labels ${folder} ${ARG_LABELS})
   gtest_discover_tests(test_${folder} DISCOVERY_MODE PRE_TEST
     TEST_PREFIX ${folder}. WORKING_DIRECTORY ${PROJECT_BINARY_DIR}
-    PROPERTIES LABELS "${labels}" TIMEOUT 600)
+    PROPERTIES LABELS "${labels}" TIMEOUT 600
+    ENVIRONMENT "TSAN_OPTIONS=halt_on_error=1") # also in processes that a test starts, which end without a summary
 endfunction()
 
 # A fuzz target and its seed corpus: wr_fuzz(ResourceFile USES MacToolbox.Data). Under clang it is a libFuzzer program;
