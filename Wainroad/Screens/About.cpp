@@ -166,14 +166,16 @@ void setCaption(const DialogPtr& dialog)
 {
     const Str255 caption = stringOf(kTexts, sAbout->showSystem ? kSystemCaption : kCreditsCaption);
     if (DItem* item = dialog->item(kCaption)) {
-        EraseRect(item->rect);
         item->rect.right = item->rect.left + StringWidth(caption) + 4;
+        EraseRect(item->rect);
     }
     SetDialogText(dialog, kCaption, caption);
 }
 
 void drawPane(const DialogPtr& dialog)
 {
+    if (const DItem* caption = dialog->item(kCaption))
+        EraseRect(caption->rect); // the frame is whole again where a longer caption was
     if (const DItem* frame = dialog->item(kPaneFrame)) {
         PenPat(qd.gray);
         FrameRect(frame->rect);

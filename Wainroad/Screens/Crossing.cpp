@@ -359,6 +359,7 @@ void drawDrowned(LineDrawer& lines)
         if (gCrossLoss.drowned[member] == 0)
             continue;
         Str255 text = wagon.family[member - 1];
+        PStrAppend(text, pstr(" "));
         PStrAppend(text, message(8));
         lines.draw(text);
     }
