@@ -1,5 +1,6 @@
 #include "MacToolbox/App/App.h"
 #include "MacToolbox/App/Governor.h"
+#include "MacToolbox/App/ScriptHost.h"
 #include "MacToolbox/Base/HeadlessPlatform.h"
 #include "MacToolbox/Managers/Events.h"
 #include "Tests/Harness/ChildProcess.h"
@@ -225,12 +226,11 @@ TEST(Script, ARealScriptPlaysAtItsPaceAndItsQuitEndsTheProcess)
     const std::string path = folder.write("a.script", "type ab\nwait 0.2\nkey cmd-q\nfrown\nquit\ntype c\n");
     ChildProcess child([&] {
         setenv("WR_SCRIPT", path.c_str(), 1);
-        runGame([] {
-            const Int start = TickCount();
+        runGame([begun = Clock::current().now()] {
             for (EventRecord event;;) {
                 if (!GetNextEvent(keyDownMask, event))
                     continue;
-                std::printf("%c%d ", static_cast<char>(event.message & charCodeMask), event.when - start >= 29);
+                std::printf("%c%d ", static_cast<char>(event.message & charCodeMask), Clock::current().now() - begun >= ScriptHost::kFirstWait);
             }
         });
     });
