@@ -75,6 +75,8 @@ TEST(CopyBits, AgreesWithEachPixel)
         if (chance.oneIn(4))
             c.mask = std::make_shared<RgnRecord>(chance.region());
         const auto port = std::make_shared<GrafPort>(chance.oneIn(2) ? c.dst : BitMap(Rect {0, 0, 5, 5}));
+        if (chance.oneIn(4))
+            port->portBits.bounds.offset(1, 2); // the port's storage, but not its map: unclipped
         if (chance.oneIn(3))
             port->visRgn->region = chance.region();
         port->clipRgn->region = chance.oneIn(3) ? chance.region() : Region(kHugeRect);
@@ -88,6 +90,7 @@ TEST(CopyBits, AgreesWithEachPixel)
         else if (c.src.baseAddr)
             slow.src = Plain::copyOf(c.src);
         GrafPort twin(port->portBits.baseAddr == c.dst.baseAddr ? slow.dst : port->portBits);
+        twin.portBits.bounds = port->portBits.bounds;
         twin.visRgn = port->visRgn, twin.clipRgn = port->clipRgn;
         twin.fgColor = port->fgColor, twin.bkColor = port->bkColor;
         copySlowly(twin, slow);
