@@ -106,7 +106,7 @@ void StateFilter(const PacketHeader& packet)
     if (gState.mode == 0)
         return;
     const Int fragments = I(gNodeSerial.size());
-    if (packet.part < 1 || packet.part > fragments || packet.parts > fragments)
+    if (packet.part < 1 || packet.part > fragments || packet.parts < 1 || packet.parts > fragments)
         return;
     const auto i = static_cast<std::size_t>(packet.part - 1);
     gNodeMissing[i] = 1;
