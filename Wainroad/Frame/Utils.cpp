@@ -1,5 +1,7 @@
 #include "Wainroad/Frame/Utils.h"
 
+#include "MacToolbox/Data/Resources.h"
+
 #include "MacToolbox/Base/Strings.h"
 #include "MacToolbox/Managers/Windows.h"
 #include "MacToolbox/QuickDraw/Screen.h"
@@ -92,6 +94,27 @@ void CentsToString(Int n, Str255& out)
     text += static_cast<char>('0' + cents / 10);
     text += static_cast<char>('0' + cents % 10);
     out = counted(text);
+}
+
+void ReplaceFirst(Str255& str, std::string_view mark, const Str255& words)
+{
+    const Int at = PStrPos(pstr(mark), str);
+    if (at >= 0)
+        StrReplace(str, at, I(mark.size()), words);
+}
+
+Str255 ListString(Int list, Int index)
+{
+    Str255 text;
+    GetIndString(text, list, index);
+    return text;
+}
+
+Str255 WithCommas(Int n)
+{
+    Str255 text;
+    NumToCommas(n, text);
+    return text;
 }
 
 } // namespace Wainroad

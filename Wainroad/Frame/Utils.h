@@ -4,6 +4,8 @@
 
 #include "MacToolbox/Base/Memory.h"
 
+#include <string_view>
+
 namespace Wainroad {
 using namespace MacToolbox;
 
@@ -26,9 +28,14 @@ inline void StrReplace(Str255& str, Int start, Int length, const Str255& replace
 }
 /// Appends one counted string to another, cut at 255 characters.
 void PStrAppend(Str255& str, const Str255& more);
+/// Puts `words` in place of the first `mark` (plain ASCII); nothing if there is none.
+void ReplaceFirst(Str255& str, std::string_view mark, const Str255& words);
+/// Entry `index` (from 1) of `STR#` `list`; empty if it is not there.
+Str255 ListString(Int list, Int index);
 
 /// Decimal digits with a comma after each three.
 void NumToCommas(Int n, Str255& out);
+Str255 WithCommas(Int n); ///< the same as an answer
 /// An amount of cents as "1,234.05".
 void CentsToString(Int n, Str255& out);
 

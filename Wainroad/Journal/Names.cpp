@@ -13,18 +13,11 @@ constexpr Int kMoney = 7, kNothing = 8;
 constexpr Int kFragments = 1500, kGoods = 3011, kTitles = 3018;
 enum Fragment : Int { kOne = 6, kCountToGood = 7, kBetween = 8 };
 
-Str255 stringOf(Int list, Int index)
-{
-    Str255 text;
-    GetIndString(text, list, index);
-    return text;
-}
-
 } // namespace
 
 void WagonName(Str255& out, Int slot)
 {
-    out = slot == gState.captain ? stringOf(kTitles, 10) : Str255{0};
+    out = slot == gState.captain ? ListString(kTitles, 10) : Str255{0};
     PStrAppend(out, gState.names[static_cast<std::size_t>(slot & 31)]);
 }
 
@@ -33,7 +26,7 @@ void AppendAmount(Str255& text, Int item, Int count)
     if (count == 0)
         return;
     if (text.size() > 1)
-        PStrAppend(text, stringOf(kFragments, kBetween));
+        PStrAppend(text, ListString(kFragments, kBetween));
     Str255 number;
     switch (item) {
     case kMoney:
@@ -42,18 +35,18 @@ void AppendAmount(Str255& text, Int item, Int count)
         PStrAppend(text, number);
         break;
     case kNothing:
-        PStrAppend(text, stringOf(kGoods, 15));
+        PStrAppend(text, ListString(kGoods, 15));
         break;
     default:
         if (count == 1) {
-            PStrAppend(text, stringOf(kFragments, kOne));
-            PStrAppend(text, stringOf(kGoods, item + 8));
+            PStrAppend(text, ListString(kFragments, kOne));
+            PStrAppend(text, ListString(kGoods, item + 8));
             break;
         }
         NumToCommas(count, number);
         PStrAppend(text, number);
-        PStrAppend(text, stringOf(kFragments, kCountToGood));
-        PStrAppend(text, stringOf(kGoods, item + 1));
+        PStrAppend(text, ListString(kFragments, kCountToGood));
+        PStrAppend(text, ListString(kGoods, item + 1));
     }
 }
 

@@ -35,13 +35,6 @@ struct AboutState {
 RunState<AboutState> sAbout;
 const AtRunStart sFreshStart([] { gMachineFacts = {}; });
 
-Str255 stringOf(Int list, Int index)
-{
-    Str255 text;
-    GetIndString(text, list, index);
-    return text;
-}
-
 /// Height of a line of the pane's font, ascent and leading alone.
 Int paneLine(const FontInfo& font) { return font.ascent + font.leading; }
 
@@ -51,7 +44,7 @@ std::vector<Str255> credits()
 {
     std::vector<Str255> all;
     for (Int index = 1;; ++index) {
-        const Str255 name = stringOf(kCredits, index);
+        const Str255 name = ListString(kCredits, index);
         if (name.size() < 2)
             return all;
         all.push_back(name);
@@ -116,10 +109,10 @@ void drawCredits(const Rect& pane)
 /// The name of a kind, or the first name and the number if the kind has none.
 Str255 kindOrNumber(Int list, Int kind)
 {
-    Str255 name = stringOf(list, kind + 1);
+    Str255 name = ListString(list, kind + 1);
     if (name.size() > 1)
         return name;
-    name = stringOf(list, 1);
+    name = ListString(list, 1);
     PStrAppend(name, pstr(std::to_string(kind)));
     return name;
 }
@@ -150,7 +143,7 @@ void drawSystemInfo(const Rect& pane)
     GetFontInfo(font);
     const Int centre = pane.width() / 2;
     for (Int row = 0; row < I(values.size()); ++row) {
-        const Str255 label = stringOf(kSystemLabels, row + 1);
+        const Str255 label = ListString(kSystemLabels, row + 1);
         const Int baseline = spreadBaseline(pane, font, row, I(values.size()));
         MoveTo(centre - 2 - StringWidth(label), baseline);
         DrawString(label);
@@ -164,7 +157,7 @@ void drawSystemInfo(const Rect& pane)
 /// Sets the caption and fits its item to it.
 void setCaption(const DialogPtr& dialog)
 {
-    const Str255 caption = stringOf(kTexts, sAbout->showSystem ? kSystemCaption : kCreditsCaption);
+    const Str255 caption = ListString(kTexts, sAbout->showSystem ? kSystemCaption : kCreditsCaption);
     if (DItem* item = dialog->item(kCaption)) {
         item->rect.right = item->rect.left + StringWidth(caption) + 4;
         EraseRect(item->rect);

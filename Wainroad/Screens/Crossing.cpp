@@ -40,12 +40,7 @@ struct CrossingState {
 };
 RunState<CrossingState> s;
 
-Str255 message(Int index)
-{
-    Str255 text;
-    GetIndString(text, kMessages, index);
-    return text;
-}
+Str255 message(Int index) { return ListString(kMessages, index); }
 
 // ---- The scene
 

@@ -50,20 +50,7 @@ void enableMenus(bool on)
         (on ? EnableItem : DisableItem)(GetMHandle(kFileMenu), item);
 }
 
-Str255 message(Int index)
-{
-    Str255 text;
-    GetIndString(text, kMessages, index);
-    return text;
-}
-
-/// Puts the first placeholder of that number into words.
-void fillIn(Str255& text, Int placeholder, const Str255& words)
-{
-    const Int at = PStrPos(pstr("^" + std::to_string(placeholder)), text);
-    if (at >= 0)
-        StrReplace(text, at, 2, words);
-}
+Str255 message(Int index) { return ListString(kMessages, index); }
 
 Str255 decimal(Int n) { return pstr(std::to_string(n)); }
 
@@ -149,9 +136,9 @@ Str255 resultText()
 {
     const bool carriedAll = gHuntResult == gHuntShot;
     Str255 text = message(carriedAll ? 2 : gHuntCarried == gHuntResult ? 5 : 6);
-    fillIn(text, 0, decimal(gHuntShot));
-    fillIn(text, 1, decimal(gHuntBullets));
-    fillIn(text, 2, decimal(gHuntResult));
+    ReplaceFirst(text, "^0", decimal(gHuntShot));
+    ReplaceFirst(text, "^1", decimal(gHuntBullets));
+    ReplaceFirst(text, "^2", decimal(gHuntResult));
     PStrAppend(text, message(7));
     return text;
 }
@@ -222,7 +209,7 @@ Int noHuntingHereProc(View& panel, Msg& msg)
 {
     Str255 text = message(1), place;
     GetIndString(place, kPlaces, gState.landmark + 2);
-    fillIn(text, 0, place);
+    ReplaceFirst(text, "^0", place);
     return refusal(panel, msg, text, 0);
 }
 Int noBulletsProc(View& panel, Msg& msg) { return refusal(panel, msg, message(3), 300); }

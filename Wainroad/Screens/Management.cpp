@@ -7,6 +7,7 @@
 #include "MacToolbox/Managers/Menus.h"
 #include "MacToolbox/Managers/Sound.h"
 #include "MacToolbox/QuickDraw/QuickDraw.h"
+#include "Wainroad/Frame/Utils.h"
 #include "Wainroad/Errors/Errors.h"
 #include "Wainroad/Frame/Alerts.h"
 #include "Wainroad/Frame/Sound_.h"
@@ -30,19 +31,12 @@ enum MenuText : Int { kUnlockText = 1, kLockText = 2 };
 enum PasswordNote : Int { kWrongPassword = 1, kEmptyPassword = 2 };
 constexpr Int kOK = 1, kCancel = 2;
 
-Str255 stringOf(Int list, Int index)
-{
-    Str255 text;
-    GetIndString(text, list, index);
-    return text;
-}
-
 void setMenu(bool unlocked)
 {
     const MenuHandle menu = GetMHandle(kManagementMenu);
     for (const Int item : kSettingItems)
         unlocked ? EnableItem(menu, item) : DisableItem(menu, item);
-    SetItem(menu, kSwitchItem, stringOf(kMenuTexts, unlocked ? kLockText : kUnlockText));
+    SetItem(menu, kSwitchItem, ListString(kMenuTexts, unlocked ? kLockText : kUnlockText));
     gManagement = unlocked;
 }
 
@@ -52,7 +46,7 @@ bool isPassword(const Str255& text) { return EqualString(text, gOptions.password
 void refusePassword(const DialogPtr& dialog, Int item, Int text)
 {
     SelIText(dialog, item, 0, 2000);
-    ShowNote(stringOf(kPasswordTexts, text));
+    ShowNote(ListString(kPasswordTexts, text));
 }
 
 // ---- The lock
@@ -155,7 +149,7 @@ bool askNewPassword(const DialogPtr& dialog)
         }
         if (DialogText(dialog, kNewPassword).size() > 1)
             return true;
-        ShowNote(stringOf(kPasswordTexts, kEmptyPassword));
+        ShowNote(ListString(kPasswordTexts, kEmptyPassword));
     }
 }
 
@@ -206,7 +200,7 @@ Int askMode(const DialogPtr& dialog)
 void changeMode(Int mode)
 {
     constexpr Int kQuestion = 23;
-    if (mode == gOptions.mode || (mode != 1 && !networkAlert(stringOf(kTexts, kQuestion))))
+    if (mode == gOptions.mode || (mode != 1 && !networkAlert(ListString(kTexts, kQuestion))))
         return;
     gConfigMode = 0;
     OpenConfigForUpdate();
@@ -246,7 +240,7 @@ void EnableManagement()
     RemovePasswordTE();
     DisposDialog(dialog);
     if (unlocked && gConfigMode == 1)
-        ShowNote(stringOf(kTexts, kNetworkNote));
+        ShowNote(ListString(kTexts, kNetworkNote));
 }
 
 void DisableManagement() { setMenu(false); }

@@ -8,6 +8,7 @@
 #include "MacToolbox/Managers/Menus.h"
 #include "MacToolbox/QuickDraw/Fonts.h"
 #include "MacToolbox/QuickDraw/QuickDraw.h"
+#include "Wainroad/Frame/Utils.h"
 #include "Wainroad/Screens/ModalDialogs.h"
 #include "Wainroad/Simulation/Records.h"
 
@@ -31,12 +32,7 @@ struct TimeState {
 };
 RunState<TimeState> s;
 
-Str255 word(Int index)
-{
-    Str255 text;
-    GetIndString(text, kWords, index);
-    return text;
-}
+Str255 word(Int index) { return ListString(kWords, index); }
 
 Int radioOfSpeed(Int speed) { return speed == 8 ? 5 : speed == 4 ? 4 : 3; }
 Int speedOfRadio(Int item) { return item == 5 ? 8 : item == 4 ? 4 : 2; }

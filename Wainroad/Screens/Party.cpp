@@ -34,13 +34,6 @@ RunState<PartyState> sShown;
 
 const Wagon& shownWagon() { return WagonOf(gState, sShown->slot); }
 
-Str255 stringOf(Int list, Int index)
-{
-    Str255 text;
-    GetIndString(text, list, index);
-    return text;
-}
-
 void drawToRight(const Str255& text, Int right, Int baseline)
 {
     MoveTo(right - StringWidth(text), baseline);
@@ -81,7 +74,7 @@ void drawMember(const View& item, std::size_t member, Int& baseline)
     drawToRight(name, middle, baseline);
 
     const Int illness = sShown->illness[member];
-    const Str255 state = illness == kWell ? stringOf(kHealthWords, sShown->health / 35 + 1) : stringOf(kIllnessWords, illness + 1);
+    const Str255 state = illness == kWell ? ListString(kHealthWords, sShown->health / 35 + 1) : ListString(kIllnessWords, illness + 1);
     MoveTo(middle, baseline);
     DrawString(state);
     EraseRect({baseline - 10, middle + StringWidth(state), baseline + 2, item.r.width()});
@@ -139,7 +132,7 @@ void drawGoods(Int slot, Int column)
     Str255 number;
     NumToCommas(shown, number);
     drawToRight(number, column, baseline);
-    Str255 word = stringOf(kGoods, slot + (shown == 1 ? 8 : 1));
+    Str255 word = ListString(kGoods, slot + (shown == 1 ? 8 : 1));
     PStrAppend(word, pstr("    ")); // wipes the end of a longer word
     MoveTo(column + 6, baseline);
     DrawString(word);
@@ -155,7 +148,7 @@ void drawMoney(Int column)
     PStrAppend(text, amount);
     drawToRight(text, column, baseline);
     MoveTo(column + 6, baseline);
-    DrawString(stringOf(kMoneyWord, 1));
+    DrawString(ListString(kMoneyWord, 1));
 }
 
 Int suppliesItemProc(View& item, Msg& msg)
@@ -237,9 +230,9 @@ void DrawOccupation(View& item)
     const OriginScope origin(item);
     const StyleScope style(kRowStyle);
     const Int middle = item.r.width() / 2;
-    drawToRight(stringOf(kOccupations, 9), middle, kFirstBaseline);
+    drawToRight(ListString(kOccupations, 9), middle, kFirstBaseline);
     MoveTo(middle + 4, kFirstBaseline);
-    DrawString(stringOf(kOccupations, sShown->occupation));
+    DrawString(ListString(kOccupations, sShown->occupation));
 }
 
 void DrawParty(View& item)

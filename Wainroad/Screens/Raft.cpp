@@ -40,13 +40,6 @@ const AtRunStart sFreshStart([] {
     gRaftDrowned = {};
 });
 
-Str255 message(Int list, Int index)
-{
-    Str255 text;
-    GetIndString(text, list, index);
-    return text;
-}
-
 void closeClip() { SetClip(NewRgn()); } // the next panel opens it again
 
 void fetchCrashSound() { GetResource(os("snd "), kCrashSound); }
@@ -128,7 +121,7 @@ Int arrivingProc(View& panel, Msg& msg)
             AddTimer(panel, 60);
             s->sent = false;
         } else {
-            const Str255 text = message(kArrivingTexts, gState.wagons == 1 ? 1 : 2);
+            const Str255 text = ListString(kArrivingTexts, gState.wagons == 1 ? 1 : 2);
             ParamText(&text, nullptr, nullptr, nullptr);
             panel.style = kDefaultStyle;
             panel.style.just = 1;
@@ -189,7 +182,7 @@ Rect drawReportBox()
 Str255 drownedLine(Str255 name)
 {
     PStrAppend(name, pstr(" "));
-    PStrAppend(name, message(kMessages, 8));
+    PStrAppend(name, ListString(kMessages, 8));
     return name;
 }
 
@@ -280,12 +273,12 @@ void DrawRaftLosses()
     const Int h = box.left + 10, v = box.top + 10 + line;
     MoveTo(h, v);
     if (NothingLost(gRaftLoss)) {
-        DrawString(message(kMessages, 5));
+        DrawString(ListString(kMessages, 5));
         MoveTo(h, v + line);
-        DrawString(message(kMessages, 6));
+        DrawString(ListString(kMessages, 6));
         return;
     }
-    DrawString(message(kMessages, 7));
+    DrawString(ListString(kMessages, 7));
     drawLossColumns(box, v + line, line);
     const auto drowned = [](Int flag) { return flag != 0; };
     if (std::any_of(gRaftLoss.drowned.begin(), gRaftLoss.drowned.end(), drowned))

@@ -30,20 +30,6 @@ constexpr Int kNobodysName = 18;  // of STR# 3000, for an empty field
 constexpr Int kLabelColumn = 60;  // pixels left of the right edge
 constexpr Int kRuleWidth = 50;
 
-Str255 stringOf(Int list, Int index)
-{
-    Str255 text;
-    GetIndString(text, list, index);
-    return text;
-}
-
-void fillIn(Str255& text, std::string_view placeholder, const Str255& words)
-{
-    const Int at = PStrPos(pstr(placeholder), text);
-    if (at >= 0)
-        StrReplace(text, at, I(placeholder.size()), words);
-}
-
 Str255 lowered(Str255 text)
 {
     for (std::size_t i = 1; i < text.size(); ++i)
@@ -122,10 +108,10 @@ private:
 
 Str255 explanationOf(const Row& row, const Wagon& wagon)
 {
-    Str255 text, words = stringOf(kWords, row.count == 1 ? row.one : row.many);
+    Str255 text, words = ListString(kWords, row.count == 1 ? row.one : row.many);
     NumToCommas(row.count, text);
-    fillIn(words, "^0", lowered(stringOf(kHealthWords, wagon.health / 35 + 1)));
-    fillIn(words, "^1", decimal(row.each));
+    ReplaceFirst(words, "^0", lowered(ListString(kHealthWords, wagon.health / 35 + 1)));
+    ReplaceFirst(words, "^1", decimal(row.each));
     PStrAppend(text, words);
     return text;
 }
@@ -139,13 +125,6 @@ Int tableResult(const Wagon& wagon)
     return (sum * gOccupationBonus[static_cast<std::size_t>(wagon.occupation & 7)] + 1) / 2;
 }
 
-Str255 withCommas(Int n)
-{
-    Str255 text;
-    NumToCommas(n, text);
-    return text;
-}
-
 void drawScore(View& item)
 {
     TextStyleRec style = item.style;
@@ -155,18 +134,18 @@ void drawScore(View& item)
     TableDrawer table(item.r);
     Int sum = 0;
     for (const Row& row : rowsOf(wagon)) {
-        table.row(explanationOf(row, wagon), withCommas(row.points));
+        table.row(explanationOf(row, wagon), WithCommas(row.points));
         sum += row.points;
     }
     table.rule("+");
-    table.row(Str255{0}, withCommas(sum));
+    table.row(Str255{0}, WithCommas(sum));
 
     const Int occupation = wagon.occupation & 7, bonus = gOccupationBonus[static_cast<std::size_t>(occupation)];
-    Str255 label = stringOf(kOccupations, occupation + 1);
-    PStrAppend(label, stringOf(kWords, 6));
+    Str255 label = ListString(kOccupations, occupation + 1);
+    PStrAppend(label, ListString(kWords, 6));
     table.row(label, pstr(std::to_string(bonus / 2) + (occupation >= 5 ? ".5" : "")));
     table.rule("x");
-    table.row(stringOf(kWords, 4), withCommas(tableResult(wagon)));
+    table.row(ListString(kWords, 4), WithCommas(tableResult(wagon)));
 }
 
 Int scoreItemProc(View& item, Msg& msg)
@@ -182,10 +161,10 @@ Int scoreItemProc(View& item, Msg& msg)
 /// The line of the score for the text copy of the journal.
 void tellJournal(const Wagon& wagon)
 {
-    Str255 line = stringOf(kWords, wagon.people == 1 ? 26 : 27), points;
-    fillIn(line, "^0", lowered(stringOf(kHealthWords, wagon.health / 35 + 1)));
+    Str255 line = ListString(kWords, wagon.people == 1 ? 26 : 27), points;
+    ReplaceFirst(line, "^0", lowered(ListString(kHealthWords, wagon.health / 35 + 1)));
     NumToCommas(tableResult(wagon), points);
-    for (const Str255& part : {pstr(" "), stringOf(kWords, 4), pstr(" "), points, pstr(".")})
+    for (const Str255& part : {pstr(" "), ListString(kWords, 4), pstr(" "), points, pstr(".")})
         PStrAppend(line, part);
     LogAppendString(gLogTE, line, true);
 }
@@ -195,7 +174,7 @@ void prepareScore()
     gLegendFile = 0;
     setLegends(ReadLegends(0));
     gFinalScore = WagonScore(gMySlot);
-    Str255 date = stringOf(kMonths, gPrev.month);
+    Str255 date = ListString(kMonths, gPrev.month);
     PStrAppend(date, pstr(" " + std::to_string(gPrev.day) + ", " + std::to_string(gPrev.year)));
     ParamText(&date, nullptr, nullptr, nullptr);
     if (LegendRank(gFinalScore) < 0)
@@ -263,7 +242,7 @@ void EnterLegend(View& panel, Int list, Int fallback)
     Str255 name{0};
     GetItemText(panel, kNameField, name);
     if (name.size() < 2)
-        name = stringOf(kTexts, fallback);
+        name = ListString(kTexts, fallback);
     OpenConfigForUpdate();
     setLegends(GetLegends(list));
     AddLegend(gFinalScore, name);

@@ -38,30 +38,16 @@ RunState<StatusState> sStatus;
 const Wagon& shownWagon() { return WagonOf(gPrev, gMySlot); }
 bool wagonIsOut() { return gState.order[static_cast<std::size_t>(gMySlot & 31)] == kNobody; }
 
-Str255 stringOf(Int list, Int index)
-{
-    Str255 text;
-    GetIndString(text, list, index);
-    return text;
-}
-
 Str255 joined(Str255 text, const Str255& more)
 {
     PStrAppend(text, more);
     return text;
 }
 
-Str255 withCommas(Int n)
-{
-    Str255 text;
-    NumToCommas(n, text);
-    return text;
-}
-
 void drawLabel(Int index, Int h, Int baseline)
 {
     MoveTo(h, baseline);
-    DrawString(stringOf(kLabels, index));
+    DrawString(ListString(kLabels, index));
 }
 
 /// Draws a value that ends at `kRight`; the band from `left` up to it is wiped, unless `left` is negative.
@@ -80,7 +66,7 @@ void drawHeadings()
 {
     TextFace(1);
     TextSize(14);
-    DrawCentered(stringOf(kLabels, 1), 18, kWidth);
+    DrawCentered(ListString(kLabels, 1), 18, kWidth);
     TextSize(12);
     drawLabel(10, 37, 129);
     drawLabel(11, 41, 177);
@@ -96,7 +82,7 @@ void drawLabels()
 Str255 dateText()
 {
     const std::string day = " " + std::to_string(gPrev.day) + ", " + std::to_string(gPrev.year);
-    return joined(stringOf(kMonths, gPrev.month), pstr(day));
+    return joined(ListString(kMonths, gPrev.month), pstr(day));
 }
 
 /// Tells date and place, for those who hear the screen: the landmark, or how far it is to it.
@@ -104,8 +90,8 @@ void tellDateAndPlace()
 {
     std::string text = string(dateText()) + ". ";
     if (gPrev.toNext > 0)
-        text += string(stringOf(kLabels, 6)) + " " + std::to_string(gPrev.toNext) + string(stringOf(kLabels, 9)) + ", ";
-    text += string(stringOf(kLandmarkNames, gPrev.landmark + 2));
+        text += string(ListString(kLabels, 6)) + " " + std::to_string(gPrev.toNext) + string(ListString(kLabels, 9)) + ", ";
+    text += string(ListString(kLandmarkNames, gPrev.landmark + 2));
     if (text == sStatus->spoken)
         return;
     sStatus->spoken = text;
@@ -115,8 +101,8 @@ void tellDateAndPlace()
 void drawDateAndWeather()
 {
     DrawCentered(dateText(), 34, kWidth);
-    DrawCentered(stringOf(kWeatherWords, 2 * gPrev.weather + 1), 90, kWeatherWidth);
-    DrawCentered(stringOf(kWeatherWords, 2 * gPrev.weather + 2), 102, kWeatherWidth);
+    DrawCentered(ListString(kWeatherWords, 2 * gPrev.weather + 1), 90, kWeatherWidth);
+    DrawCentered(ListString(kWeatherWords, 2 * gPrev.weather + 2), 102, kWeatherWidth);
 }
 
 /// The word of `STR#` 3009 for what the train does.
@@ -135,15 +121,15 @@ void drawValues()
 {
     const Wagon& wagon = shownWagon();
     const Int food = wagon.supply[kFood], blink = sStatus->blink;
-    const Str255 miles = stringOf(kLabels, 9);
+    const Str255 miles = ListString(kLabels, 9);
     drawValue(joined(pstr(std::to_string(gPrev.toNext)), miles), 141, 75);
-    drawValue(joined(withCommas(Held16(gPrev.miles)), miles), 153, -1);
-    drawValue(stringOf(kPaceWords, gPrev.pace + 1), 189, 60);
-    drawValue(stringOf(kRationsWords, wagon.rations + 1), 201, 60);
-    drawValue(joined(withCommas(food), stringOf(kLabels, 8)), 213, 56, food <= kLowFood && blink == 1);
-    drawValue(stringOf(kHealthWords, wagon.health / 35 + 1), 225, 56, wagon.health >= kPoorHealth && blink == 1);
+    drawValue(joined(WithCommas(Held16(gPrev.miles)), miles), 153, -1);
+    drawValue(ListString(kPaceWords, gPrev.pace + 1), 189, 60);
+    drawValue(ListString(kRationsWords, wagon.rations + 1), 201, 60);
+    drawValue(joined(WithCommas(food), ListString(kLabels, 8)), 213, 56, food <= kLowFood && blink == 1);
+    drawValue(ListString(kHealthWords, wagon.health / 35 + 1), 225, 56, wagon.health >= kPoorHealth && blink == 1);
     const Int state = trainState();
-    drawValue(stringOf(kPaceWords, state), 248, 40, (state == 4 || state == 5) && blink == 0);
+    drawValue(ListString(kPaceWords, state), 248, 40, (state == 4 || state == 5) && blink == 0);
 }
 
 void showWeather(View& panel, Int weather)

@@ -66,13 +66,6 @@ Int wantedAmount(View& panel, Int slot)
     return std::max<Int>(n, 0);
 }
 
-Str255 stringOf(Int list, Int index)
-{
-    Str255 text;
-    GetIndString(text, list, index);
-    return text;
-}
-
 Str255 dollars(Int cents, bool withSign)
 {
     Str255 amount, text = withSign ? pstr("$") : Str255{0};
@@ -157,10 +150,10 @@ void setStoreTexts()
     const Str255 money = dollars(fundsAtHand(), false);
     Str255 place;
     if (gFormingShown || gState.landmark == -1)
-        place = stringOf(3016, 2);
+        place = ListString(3016, 2);
     else
-        place = stringOf(3002, gState.landmark + 2);
-    const Str255 column = stringOf(3016, gFormingShown ? 3 : 4);
+        place = ListString(3002, gState.landmark + 2);
+    const Str255 column = ListString(3016, gFormingShown ? 3 : 4);
     ParamText(&money, &place, &column, nullptr);
 }
 
@@ -264,8 +257,8 @@ Int tooManyPanelProc(View& panel, Msg& msg)
         } else {
             Str255 count;
             NumToCommas(sStore->tooManyCount, count);
-            const Str255 also = gFormingShown ? Str255{0} : stringOf(3011, 16);
-            const Str255 goods = stringOf(3011, sStore->tooManyItem + (sStore->tooManyCount == 1 ? 8 : 1));
+            const Str255 also = gFormingShown ? Str255{0} : ListString(3011, 16);
+            const Str255 goods = ListString(3011, sStore->tooManyItem + (sStore->tooManyCount == 1 ? 8 : 1));
             ParamText(&count, &also, &goods, nullptr);
         }
         return PanelDescriptor(2, 13, sStore->tooManyItem == kOxen ? 9034 : 9033);

@@ -39,13 +39,6 @@ constexpr std::size_t at(Int good) { return static_cast<std::size_t>(good); }
 
 const Wagon& myWagon() { return WagonOf(gState, gMySlot); }
 
-Str255 stringOf(Int list, Int index)
-{
-    Str255 text;
-    GetIndString(text, list, index);
-    return text;
-}
-
 // ---- The price
 
 /// Cents of one unit as a trade counts it: a pair, a set, a round, a part, a pound, a dollar.
@@ -87,7 +80,7 @@ void setWantKeys(View& panel)
 
 void refuse(Int text)
 {
-    const Str255 words = stringOf(kMessages, text);
+    const Str255 words = ListString(kMessages, text);
     ParamText(&words, nullptr, nullptr, nullptr);
     OpenPanel(TradeMessagePanel);
 }
@@ -128,7 +121,7 @@ Int tradeWantProc(View& panel, Msg& msg)
             InstallUserItem(panel, kGoods, RadioGroup, kRadioButtons);
             gWantItem = 0;
         } else {
-            const Str255 question = stringOf(kMessages, kQuestion);
+            const Str255 question = ListString(kMessages, kQuestion);
             ParamText(&question, nullptr, nullptr, nullptr);
         }
         return PanelDescriptor(1, 10, 6120);
@@ -174,22 +167,15 @@ Amount inWords(Int good, Int amount)
 {
     if (good == kTradeMoney)
         return {pstr("$" + std::to_string(amount / 100)), Str255{0}};
-    return {pstr(std::to_string(amount)), stringOf(kGoodsWords, good + (amount == 1 ? 8 : 1))};
-}
-
-void fillIn(Str255& text, std::string_view placeholder, const Str255& words)
-{
-    const Int found = PStrPos(pstr(placeholder), text);
-    if (found >= 0)
-        StrReplace(text, found, I(placeholder.size()), words);
+    return {pstr(std::to_string(amount)), ListString(kGoodsWords, good + (amount == 1 ? 8 : 1))};
 }
 
 /// Fills count and word of one side in. For money the word's blank goes with it.
 void fillInAmount(Str255& text, Int good, Int amount, const std::string& countMark, const std::string& wordMark)
 {
     const Amount words = inWords(good, amount);
-    fillIn(text, countMark, words.count);
-    fillIn(text, good == kTradeMoney ? wordMark + " " : wordMark, words.word);
+    ReplaceFirst(text, countMark, words.count);
+    ReplaceFirst(text, good == kTradeMoney ? wordMark + " " : wordMark, words.word);
 }
 
 void drawOffer()
@@ -206,7 +192,7 @@ void drawOffer()
 
 Str255 offerText()
 {
-    Str255 text = stringOf(kOfferTexts, gNobodyHasIt ? 1 : 2);
+    Str255 text = ListString(kOfferTexts, gNobodyHasIt ? 1 : 2);
     if (!gNobodyHasIt)
         fillInAmount(text, gGiveItem, gGiveCount, "^2", "^3");
     fillInAmount(text, gWantItem, gWantAmount, "^0", "^1");

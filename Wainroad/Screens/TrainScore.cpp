@@ -30,13 +30,6 @@ struct TrainState {
 };
 RunState<TrainState> s;
 
-Str255 stringOf(Int list, Int index)
-{
-    Str255 text;
-    GetIndString(text, list, index);
-    return text;
-}
-
 Int firstUsedSlot()
 {
     for (Int slot = 0; slot < kMaxWagons; ++slot)
@@ -64,7 +57,7 @@ void prepareTrainScore()
     }
     Str255 text;
     WagonName(text, namingSlot());
-    PStrAppend(text, stringOf(kTexts, gFinalScore > 0 ? kTrainRanks : kTrainEnds));
+    PStrAppend(text, ListString(kTexts, gFinalScore > 0 ? kTrainRanks : kTrainEnds));
     ParamText(&text, nullptr, nullptr, nullptr);
 }
 
@@ -115,20 +108,13 @@ struct RowDrawer {
     }
 };
 
-Str255 withCommas(Int n)
-{
-    Str255 text;
-    NumToCommas(n, text);
-    return text;
-}
-
 void drawTrainTotal(RowDrawer& rows)
 {
-    rows.row(withCommas(TrainScoreSum()), stringOf(kWords, 7));
+    rows.row(WithCommas(TrainScoreSum()), ListString(kWords, 7));
     Str255 count{1, kDivisionSign};
     PStrAppend(count, pstr(" " + std::to_string(gState.slots)));
-    rows.row(count, stringOf(kWords, 8));
-    rows.row(withCommas(TrainScore()), stringOf(kWords, 9));
+    rows.row(count, ListString(kWords, 8));
+    rows.row(WithCommas(TrainScore()), ListString(kWords, 9));
 }
 
 void drawTrain(View& item, bool listed)
@@ -143,7 +129,7 @@ void drawTrain(View& item, bool listed)
         TextFace(slot == gMySlot ? 1 : 0);
         Str255 name;
         WagonName(name, slot);
-        rows.row(withCommas(WagonScore(slot)), name);
+        rows.row(WithCommas(WagonScore(slot)), name);
     }
     TextFace(style.face);
     drawTrainTotal(rows);
