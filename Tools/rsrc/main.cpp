@@ -1,6 +1,7 @@
 #include "Tools/rsrc/Build.h"
 #include "Tools/rsrc/Check.h"
 #include "Tools/rsrc/Forms.h"
+#include "Tools/rsrc/Sheet.h"
 
 #include "MacToolbox/Base/Strings.h"
 #include "MacToolbox/Data/Resources.h"
@@ -19,6 +20,7 @@ constexpr char kUsage[] = "usage: rsrc build [--keep-going] SOURCES OUT\n"
                           "       rsrc list FILE\n"
                           "       rsrc show FILE TYPE ID\n"
                           "       rsrc png FILE TYPE ID OUT [FRAME]\n"
+                          "       rsrc sheet FILE TYPE OUT\n"
                           "       rsrc check FILE...\n";
 
 int complain(const std::string& text)
@@ -105,6 +107,30 @@ int png(const std::string& path, const std::string& type, const std::string& id,
     return writePng(out, *bits) ? 0 : complain(out + ": cannot be written");
 }
 
+/// All pictures of one type on one sheet. A resource without a picture is named and left out.
+int sheet(const std::string& path, const std::string& type, const std::string& out)
+{
+    const std::optional<OSType> code = typeOf(type);
+    const Form* form = code ? findForm(*code) : nullptr;
+    if (!form || !form->picture)
+        return complain("resources of type " + type + " have no picture");
+    const auto file = openFile(path);
+    if (!file)
+        return 1;
+    std::vector<SheetPicture> pictures;
+    for (const ResourceFile::Entry& entry : file->entries) {
+        if (entry.type != *code)
+            continue;
+        const auto more = sheetPictures(entry.type, entry.id, entry.data);
+        if (more.empty())
+            complain(type + ' ' + std::to_string(entry.id) + " has no picture");
+        pictures.insert(pictures.end(), more.begin(), more.end());
+    }
+    if (pictures.empty())
+        return complain(path + ": no pictures of type " + type);
+    return writePng(out, contactSheet(pictures)) ? 0 : complain(out + ": cannot be written");
+}
+
 int checkFiles(const std::vector<std::string>& paths)
 {
     Stock stock;
@@ -142,6 +168,8 @@ int main(int argc, char** argv)
         return show(args[1], args[2], args[3]);
     if (command == "png" && (args.size() == 5 || args.size() == 6))
         return png(args[1], args[2], args[3], args[4], args.size() == 6 ? argv[6] : nullptr);
+    if (command == "sheet" && args.size() == 4)
+        return sheet(args[1], args[2], args[3]);
     if (command == "check" && args.size() >= 2)
         return checkFiles({args.begin() + 1, args.end()});
     std::cerr << kUsage;

@@ -1,0 +1,167 @@
+#include "Tools/rsrc/Sheet.h"
+
+#include "Tools/rsrc/Forms.h"
+
+#include <algorithm>
+
+namespace Rsrc {
+
+namespace {
+
+constexpr Int kSheetWidth = 1000, kMargin = 6, kGap = 8, kFrame = 2; // kFrame: from the picture to the outside of its frame
+constexpr Int kDigitHeight = 5, kDigitWidth = 3, kDigitStep = kDigitWidth + 1, kCaption = kDigitHeight + 2;
+
+/// Five rows of three pixels, one octal digit a row.
+Int digitRows(char c)
+{
+    constexpr Int kDigits[] = {075557, 026227, 071747, 071717, 055711, 074717, 074757, 071111, 075757, 075717};
+    return c >= '0' && c <= '9' ? kDigits[c - '0'] : c == '-' ? 000700 : c == ':' ? 002020 : 0;
+}
+
+void paintCaption(Bits& sheet, const std::string& text, Int top, Int left)
+{
+    for (std::size_t i = 0; i < text.size(); ++i)
+        for (Int bit = 0; bit < kDigitHeight * kDigitWidth; ++bit)
+            if (digitRows(text[i]) >> (kDigitHeight * kDigitWidth - 1 - bit) & 1)
+                sheet.set(top + bit / kDigitWidth, left + I(i) * kDigitStep + bit % kDigitWidth);
+}
+
+/// Dots one pixel outside the picture.
+void paintFrame(Bits& sheet, const Rect& r)
+{
+    for (Int h = r.left - 1; h <= r.right; h += 2)
+        sheet.set(r.top - 1, h), sheet.set(r.bottom, h);
+    for (Int v = r.top - 1; v <= r.bottom; v += 2)
+        sheet.set(v, r.left - 1), sheet.set(v, r.right);
+}
+
+Int cellWidth(const SheetPicture& picture) { return std::max(picture.bits.width, I(picture.caption.size()) * kDigitStep - 1) + 2 * kFrame; }
+
+// Strikes.
+
+/// One glyph as it lies in the strip of a strike. `advance` is -1 if there is none.
+struct StrikeGlyph {
+    Bits bits;
+    Int left = 0, advance = -1;
+};
+
+std::vector<StrikeGlyph> glyphsOf(const Bytes& data, const Strike& strike)
+{
+    const Block b(data);
+    constexpr Int kHeader = 26;
+    const Int kern = b.s16(8), height = b.s16(14), rowBytes = 2 * b.s16(24), locations = kHeader + height * rowBytes;
+    const Int offsets = locations + 2 * (strike.last - strike.first + 3);
+    std::vector<StrikeGlyph> glyphs(256);
+    if (height <= 0 || rowBytes <= 0 || I(data.size()) < offsets + 2 * (strike.last - strike.first + 2))
+        return glyphs;
+    const Bits strip = bitsFrom(std::span(data).subspan(kHeader), rowBytes, height, rowBytes * 8);
+    for (Int code = std::max<Int>(strike.first, 0); code <= std::min<Int>(strike.last, 255); ++code) {
+        if (!strike.has(code))
+            continue;
+        const Int at = 2 * (code - strike.first), left = b.u16(locations + at), right = b.u16(locations + at + 2);
+        if (left > right || right > strip.width)
+            continue;
+        glyphs[static_cast<std::size_t>(code)] = {strip.part({0, left, height, right}), kern + b.u8(offsets + at), b.u8(offsets + at + 1)};
+    }
+    return glyphs;
+}
+
+/// Draws text with its pen at `h`. @return Where the pen ends.
+Int paintText(Bits& out, const std::vector<StrikeGlyph>& glyphs, std::span<const std::uint8_t> text, Int top, Int h, bool bold)
+{
+    for (const std::uint8_t code : text) {
+        const StrikeGlyph& glyph = glyphs[code];
+        if (glyph.advance < 0)
+            continue;
+        out.paint(glyph.bits, top, h + glyph.left);
+        if (bold)
+            out.paint(glyph.bits, top, h + glyph.left + 1);
+        h += glyph.advance + (bold ? 1 : 0);
+    }
+    return h;
+}
+
+Bytes textOf(const char* text) { return Bytes(text, text + std::char_traits<char>::length(text)); }
+
+} // namespace
+
+Bits specimen(const Bytes& data)
+{
+    const auto strike = strikeOf(data);
+    if (!strike || strike->ascent + strike->descent <= 0)
+        return {};
+    const std::vector<StrikeGlyph> glyphs = glyphsOf(data, *strike);
+    Int widest = 0;
+    for (const StrikeGlyph& glyph : glyphs)
+        widest = std::max({widest, glyph.advance, glyph.bits.width});
+    constexpr Int kColumns = 16;
+    const char* const kLines[] = {"The quick brown fox jumps over the lazy dog. 0123456789", "SPHINX OF BLACK QUARTZ, JUDGE MY VOW! $1,600.00 (25%)",
+        "minimum illumination: hill, Ill, 11; rn m cl d vv w", "August 31, 1848: 2,083 miles; 411 pounds of food"};
+    constexpr Int kLineCount = 4;
+    const Int cell = widest + 4, row = strike->ascent + strike->descent + 4, top = 256 / kColumns * row + kGap;
+    Int width = kColumns * cell;
+    for (const char* line : kLines)
+        width = std::max(width, strike->width(textOf(line), true) + 4);
+    Bits out(top + 2 * kLineCount * row, width);
+    for (Int code = 0; code < 256; ++code) {
+        const auto one = static_cast<std::uint8_t>(code);
+        paintText(out, glyphs, std::span(&one, 1), code / kColumns * row + 2, code % kColumns * cell + 2, false);
+    }
+    for (Int i = 0; i < kLineCount; ++i) {
+        paintText(out, glyphs, textOf(kLines[i]), top + 2 * i * row, 2, false);
+        paintText(out, glyphs, textOf(kLines[i]), top + (2 * i + 1) * row, 2, true);
+    }
+    return out;
+}
+
+std::vector<SheetPicture> sheetPictures(OSType type, Int id, const Bytes& data)
+{
+    std::vector<SheetPicture> pictures;
+    const std::string caption = std::to_string(id);
+    if (type == os("Imag")) {
+        const auto frames = imageFrames(data);
+        if (frames)
+            for (const Frame& frame : *frames)
+                pictures.push_back({frames->size() == 1 ? caption : caption + ':' + std::to_string(pictures.size()), frame.bits, pictures.empty()});
+        return pictures;
+    }
+    const Form* form = findForm(type);
+    const bool isStrike = type == os("NFNT") || type == os("FONT");
+    auto bits = isStrike ? std::optional(specimen(data)) : form && form->picture ? form->picture(data) : std::nullopt;
+    if (bits && bits->height > 0 && bits->width > 0)
+        pictures.push_back({caption, std::move(*bits), isStrike});
+    return pictures;
+}
+
+Bits contactSheet(const std::vector<SheetPicture>& pictures)
+{
+    Int inner = kSheetWidth - 2 * kMargin;
+    for (const SheetPicture& picture : pictures)
+        inner = std::max(inner, cellWidth(picture));
+    std::vector<Point> places; // the top left of each picture
+    Int top = kMargin, left = 0, tallest = 0, used = 0;
+    for (const SheetPicture& picture : pictures) {
+        const Int width = cellWidth(picture);
+        if (left > 0 && (picture.startsRow || left + width > inner)) {
+            top += tallest + kGap;
+            left = tallest = 0;
+        }
+        places.push_back({top + kFrame, kMargin + left + kFrame});
+        tallest = std::max(tallest, picture.bits.height + 2 * kFrame + kCaption);
+        used = std::max(used, left + width);
+        left += width + kGap;
+    }
+    if (pictures.empty())
+        return {};
+    Bits sheet(top + tallest + kMargin, used + 2 * kMargin);
+    for (std::size_t i = 0; i < pictures.size(); ++i) {
+        const Bits& bits = pictures[i].bits;
+        const Point at = places[i];
+        sheet.paint(bits, at.v, at.h);
+        paintFrame(sheet, {at.v, at.h, at.v + bits.height, at.h + bits.width});
+        paintCaption(sheet, pictures[i].caption, at.v + bits.height + kFrame + 1, at.h);
+    }
+    return sheet;
+}
+
+} // namespace Rsrc
