@@ -1,4 +1,4 @@
-#include "Tools/rsrc/Build.h"
+#include "Tests/Tools/GameResources.h"
 #include "Tools/rsrc/Check.h"
 
 #include <functional>
@@ -8,21 +8,6 @@
 using namespace Rsrc;
 
 namespace {
-
-/// The resources of the game, as the sources give them.
-const Archive& game()
-{
-    static const Archive all = [] {
-        std::vector<std::string> faults;
-        Archive archive = compileFolder(WR_RESOURCES "/System", faults);
-        Archive rest = compileFolder(WR_RESOURCES "/Wainroad", faults);
-        archive.items.merge(rest.items);
-        for (const std::string& fault : faults)
-            ADD_FAILURE() << fault;
-        return archive;
-    }();
-    return all;
-}
 
 Findings findingsOf(const Archive& archive)
 {
@@ -36,7 +21,7 @@ Findings findingsOf(const Archive& archive)
 
 TEST(Check, TheGameHasNoFaults)
 {
-    for (const std::string& fault : findingsOf(game()).faults)
+    for (const std::string& fault : findingsOf(gameResources()).faults)
         ADD_FAILURE() << fault;
 }
 
@@ -84,7 +69,7 @@ TEST(Check, FindsWhatWouldBreakAScreen)
     };
     for (const auto& test : kCases) {
         SCOPED_TRACE(test.fault);
-        Archive archive = game();
+        Archive archive = gameResources();
         const auto it = archive.items.find({os(test.type), test.id});
         ASSERT_NE(it, archive.items.end());
         if (test.change)
@@ -103,8 +88,8 @@ TEST(Check, FindsWhatWouldBreakAScreen)
 
 TEST(Check, NotesTextsThatDoNotFit)
 {
-    EXPECT_TRUE(findingsOf(game()).notes.empty());
-    Archive archive = game();
+    EXPECT_TRUE(findingsOf(gameResources()).notes.empty());
+    Archive archive = gameResources();
     const std::string longText(600, 'W'), wide(40, 'W');
     Bytes& page = archive.items.at({os("WST#"), 3171}).data;
     page = {0, 1, 2, 88};
