@@ -79,6 +79,16 @@ HostDisk::Kind kindOf(const std::string& path)
     return r.isTarget(path) && r.missing() ? HostDisk::Kind::Missing : HostDisk::kind(actual(path));
 }
 
+/// Why nothing can be told of a file of that kind.
+OSErr absence(HostDisk::Kind kind)
+{
+    switch (kind) {
+    case HostDisk::Kind::Missing: return fnfErr;
+    case HostDisk::Kind::Unknown: return ioErr;
+    default: return noErr;
+    }
+}
+
 OpenFile* openFile(Int refNum)
 {
     const auto it = sFiles->open.find(refNum);
@@ -201,13 +211,13 @@ Replacement::~Replacement()
         sFiles->replacing.end();
 }
 
-OSErr Replacement::commit()
+OSErr Replacement::commit(bool lasting)
 {
     Replacing& r = sFiles->replacing;
     if (!outermost_ || !r.active())
         return noErr;
     outermost_ = false;
-    const bool done = r.made() ? r.putInPlace() : !r.missing();
+    const bool done = r.made() ? r.putInPlace(lasting) : !r.missing();
     r.end();
     return done ? noErr : ioErr;
 }
@@ -217,8 +227,8 @@ OSErr Replacement::commit()
 OSErr HCreate(Int vRefNum, Int dirID, const Str255& name, OSType creator, OSType type)
 {
     const std::string path = HostFiles::url(vRefNum, dirID, name);
-    if (kindOf(path) != HostDisk::Kind::Missing)
-        return dupFNErr;
+    if (const HostDisk::Kind kind = kindOf(path); kind != HostDisk::Kind::Missing)
+        return kind == HostDisk::Kind::Unknown ? ioErr : dupFNErr;
     HostDisk::makeFolders(folderOf(path));
     FInfo info;
     info.fdType = type;
@@ -259,8 +269,10 @@ OSErr HOpen(Int vRefNum, Int dirID, const Str255& name, Int, Int& refNum)
 {
     const std::string path = HostFiles::url(vRefNum, dirID, name);
     const HostDisk::Kind kind = kindOf(path);
+    if (const OSErr err = absence(kind))
+        return err;
     if (kind != HostDisk::Kind::File)
-        return kind == HostDisk::Kind::Missing ? fnfErr : permErr;
+        return permErr;
     HostFile file = HostDisk::open(actual(path), HostDisk::Mode::Update);
     if (Replacing& r = sFiles->replacing; file && r.isTarget(path) && !r.made()) {
         r.copyToFresh();
@@ -281,8 +293,8 @@ OSErr FSOpen(const Str255& name, Int vRefNum, Int& refNum) { return HOpen(vRefNu
 OSErr HGetFInfo(Int vRefNum, Int dirID, const Str255& name, FInfo& info)
 {
     const std::string path = HostFiles::url(vRefNum, dirID, name);
-    if (kindOf(path) == HostDisk::Kind::Missing)
-        return fnfErr;
+    if (const OSErr err = absence(kindOf(path)))
+        return err;
     info = HostFiles::finderInfo(actual(path));
     return noErr;
 }
@@ -292,8 +304,8 @@ OSErr GetFInfo(const Str255& name, Int vRefNum, FInfo& info) { return HGetFInfo(
 OSErr SetFInfo(const Str255& name, Int vRefNum, const FInfo& info)
 {
     const std::string path = HostFiles::url(vRefNum, 0, name);
-    if (kindOf(path) == HostDisk::Kind::Missing)
-        return fnfErr;
+    if (const OSErr err = absence(kindOf(path)))
+        return err;
     HostFiles::setFinderInfo(actual(path), info);
     return noErr;
 }
@@ -397,9 +409,12 @@ OSErr PBGetFInfo(ParamBlockRec& pb) { return PBHGetFInfo(pb); }
 OSErr PBHGetFInfo(ParamBlockRec& pb)
 {
     const std::string path = HostFiles::url(pb.ioVRefNum, pb.ioDirID, pb.ioNamePtr);
-    if (kindOf(path) == HostDisk::Kind::Missing)
-        return pb.ioResult = fnfErr;
-    pb.ioFlFndrInfo = HostFiles::finderInfo(actual(path));
+    if (const OSErr err = absence(kindOf(path)))
+        return pb.ioResult = err;
+    const std::optional<FInfo> info = HostFiles::toldFinderInfo(actual(path));
+    if (!info)
+        return pb.ioResult = ioErr;
+    pb.ioFlFndrInfo = *info;
     pb.ioFlMdDat = HostFiles::modDate(actual(path));
     pb.ioFlAttrib = 0;
     pb.ioFlLgLen = HostDisk::size(actual(path));

@@ -81,8 +81,10 @@ public:
     Replacement(const Replacement&) = delete;
     Replacement& operator=(const Replacement&) = delete;
     /// Puts the new file in place (or removes the old one, if it was deleted and not made again). Close the file first.
+    /// @param lasting  Waits until the disk has the new name too. If not, a power cut soon after may leave the old file,
+    ///                 or none if there was none; a whole one in any case.
     /// @return noErr, or ioErr with the old file kept.
-    OSErr commit();
+    OSErr commit(bool lasting = true);
 
 private:
     bool outermost_ = false;
@@ -99,10 +101,10 @@ OSErr Create(const Str255& name, Int vRefNum, OSType creator, OSType type);
 OSErr HDelete(Int vRefNum, Int dirID, const Str255& name);
 OSErr FSDelete(const Str255& name, Int vRefNum);
 /// Opens for update or, failing that, for reading; `permission` is not looked at. Numbers go up from 100 and are not
-/// used again. @return noErr, fnfErr or permErr (`refNum` unchanged).
+/// used again. @return noErr, fnfErr, permErr or ioErr (`refNum` unchanged).
 OSErr HOpen(Int vRefNum, Int dirID, const Str255& name, Int permission, Int& refNum);
 OSErr FSOpen(const Str255& name, Int vRefNum, Int& refNum);
-/// @return noErr or fnfErr.
+/// @return noErr, fnfErr or ioErr (what is there cannot be told).
 OSErr HGetFInfo(Int vRefNum, Int dirID, const Str255& name, FInfo& info);
 OSErr GetFInfo(const Str255& name, Int vRefNum, FInfo& info);
 OSErr SetFInfo(const Str255& name, Int vRefNum, const FInfo& info);
@@ -127,7 +129,7 @@ OSErr PBSetEOF(ParamBlockRec& pb); ///< to `ioMisc`
 OSErr PBGetEOF(ParamBlockRec& pb); ///< stores the length in `ioMisc`
 OSErr PBOpen(ParamBlockRec& pb);
 OSErr PBHOpen(ParamBlockRec& pb);
-/// Fills `ioFlFndrInfo`, `ioFlMdDat`, `ioFlAttrib` (0) and `ioFlLgLen`.
+/// Fills `ioFlFndrInfo`, `ioFlMdDat`, `ioFlAttrib` (0) and `ioFlLgLen`. @return noErr, fnfErr or ioErr.
 OSErr PBGetFInfo(ParamBlockRec& pb);
 OSErr PBHGetFInfo(ParamBlockRec& pb);
 OSErr PBGetVInfo(ParamBlockRec& pb);

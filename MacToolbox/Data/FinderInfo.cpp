@@ -37,8 +37,8 @@ std::optional<Bytes> storedFinderBytes(const std::string& path)
     if (bytes && bytes->size() >= 8)
         return bytes;
     const std::string companion = companionOf(path);
-    if (HostDisk::kind(companion) != HostDisk::Kind::File)
-        return bytes ? std::optional(Bytes{}) : std::nullopt;
+    if (const HostDisk::Kind kind = HostDisk::kind(companion); kind != HostDisk::Kind::File)
+        return bytes && kind != HostDisk::Kind::Unknown ? std::optional(Bytes{}) : std::nullopt;
     const HostFile file = HostDisk::open(companion, HostDisk::Mode::Read);
     Bytes kept = file ? HostDisk::read(file, 0, kFinderInfoSize) : Bytes{};
     if (kept.size() < 8)
@@ -79,10 +79,9 @@ bool removeWithCompanion(const std::string& path)
     return true;
 }
 
-FInfo finderInfo(const std::string& path)
+/// What a file without a stored type counts as.
+static FInfo infoByName(const std::string& path)
 {
-    if (const std::optional<Bytes> stored = storedFinderBytes(path); stored && !stored->empty())
-        return finderInfoOf(*stored);
     FInfo info;
     std::string end = path.substr(path.size() - std::min<std::size_t>(path.size() - (path.rfind('/') + 1), 4));
     for (char& c : end)
@@ -91,6 +90,16 @@ FInfo finderInfo(const std::string& path)
         info.fdType = os("TEXT");
     return info;
 }
+
+std::optional<FInfo> toldFinderInfo(const std::string& path)
+{
+    const std::optional<Bytes> stored = storedFinderBytes(path);
+    if (!stored)
+        return std::nullopt;
+    return stored->empty() ? infoByName(path) : finderInfoOf(*stored);
+}
+
+FInfo finderInfo(const std::string& path) { return toldFinderInfo(path).value_or(infoByName(path)); }
 
 void setFinderInfo(const std::string& path, const FInfo& info) { storeFinderInfo(path, info); }
 

@@ -43,6 +43,7 @@ struct FaultState {
     Faults faults;
     Int seen = 0;    // calls of the failing kind
     Int changes = 0; // calls that change something
+    Int calls = 0;
 };
 
 FaultState& state()
@@ -56,7 +57,9 @@ bool fails(Call call)
 {
     FaultState& s = state();
     const std::lock_guard guard(s.lock);
-    if (call != Call::Read && call != Call::GetAttribute && s.changes++ == s.faults.endBefore)
+    ++s.calls;
+    const bool changes = call != Call::Status && call != Call::Read && call != Call::GetAttribute;
+    if (changes && s.changes++ == s.faults.endBefore)
         ::_exit(9);
     if (call == Call::SetAttribute && !s.faults.attributes) {
         errno = ENOTSUP;
@@ -92,7 +95,10 @@ bool isWhole(const std::string& path)
     return false;
 }
 
-bool status(const std::string& path, struct stat& info) { return isWhole(path) && ::stat(path.c_str(), &info) == 0; }
+bool status(const std::string& path, struct stat& info) { return isWhole(path) && !fails(Call::Status) && ::stat(path.c_str(), &info) == 0; }
+
+/// Told by `errno`: the path leads nowhere. Any other failure leaves open what is there.
+bool leadsNowhere() { return errno == ENOENT || errno == ENOTDIR || errno == ENAMETOOLONG; }
 
 } // namespace
 
@@ -101,7 +107,7 @@ void setFaults(const Faults& faults)
     FaultState& s = state();
     const std::lock_guard guard(s.lock);
     s.faults = faults;
-    s.seen = s.changes = 0;
+    s.seen = s.changes = s.calls = 0;
 }
 
 Int changesMade()
@@ -111,11 +117,18 @@ Int changesMade()
     return s.changes;
 }
 
+Int callsMade()
+{
+    FaultState& s = state();
+    const std::lock_guard guard(s.lock);
+    return s.calls;
+}
+
 Kind kind(const std::string& path)
 {
     struct stat info {};
     if (!status(path, info))
-        return Kind::Missing;
+        return leadsNowhere() ? Kind::Missing : Kind::Unknown;
     return S_ISREG(info.st_mode) ? Kind::File : Kind::Other;
 }
 
@@ -133,7 +146,7 @@ std::optional<Int> changed(const std::string& path)
     return I(info.st_mtime);
 }
 
-bool isWritableFolder(const std::string& path) { return isWhole(path) && ::access(path.c_str(), W_OK | X_OK) == 0; }
+bool isWritableFolder(const std::string& path) { return isWhole(path) && !fails(Call::Status) && ::access(path.c_str(), W_OK | X_OK) == 0; }
 
 void makeFolders(const std::string& path)
 {
@@ -222,7 +235,7 @@ bool truncate(const HostFile& file, Int newLength)
 std::optional<Int> length(const HostFile& file)
 {
     struct stat info {};
-    if (::fstat(file.fd(), &info) != 0)
+    if (fails(Call::Status) || ::fstat(file.fd(), &info) != 0)
         return std::nullopt;
     return I(info.st_size);
 }

@@ -29,7 +29,7 @@ private:
 /// UTF-8; one with a zero byte in it names nothing. A call that fails leaves `errno`. Any thread.
 namespace HostDisk {
 
-enum class Call { Open, Read, Write, Truncate, Sync, Rename, Remove, GetAttribute, SetAttribute };
+enum class Call { Status, Open, Read, Write, Truncate, Sync, Rename, Remove, GetAttribute, SetAttribute };
 
 /// What a test lets go wrong; the default lets everything through.
 struct Faults {
@@ -45,9 +45,11 @@ struct Faults {
 void setFaults(const Faults& faults);
 /// Calls that change something since `setFaults`, for `endBefore`.
 Int changesMade();
+/// Calls of every kind since `setFaults`, those that failed included.
+Int callsMade();
 
-enum class Kind { Missing, File, Other };
-/// What the path names, links followed.
+enum class Kind { Missing, File, Other, Unknown };
+/// What the path names, links followed; Unknown if that cannot be told.
 Kind kind(const std::string& path);
 /// In bytes; 0 if it cannot be told.
 Int size(const std::string& path);

@@ -93,12 +93,15 @@ void Replacing::markDeleted()
     deleted_ = true;
 }
 
-bool Replacing::putInPlace()
+bool Replacing::putInPlace(bool lasting)
 {
     if (!HostDisk::sync(held_))
         return false;
     const std::string freshCompanion = companionOf(fresh_), companion = companionOf(place_);
-    const bool hasCompanion = HostDisk::kind(freshCompanion) == HostDisk::Kind::File;
+    const HostDisk::Kind kind = HostDisk::kind(freshCompanion);
+    if (kind == HostDisk::Kind::Unknown)
+        return false; // the new file must not go without its type
+    const bool hasCompanion = kind == HostDisk::Kind::File;
     if (hasCompanion && !HostDisk::rename(freshCompanion, companion))
         return false;
     if (!HostDisk::rename(fresh_, place_))
@@ -106,7 +109,8 @@ bool Replacing::putInPlace()
     made_ = false;
     if (!hasCompanion && HostDisk::kind(companion) == HostDisk::Kind::File)
         HostDisk::remove(companion);
-    HostDisk::syncFolder(folderOf(place_));
+    if (lasting)
+        HostDisk::syncFolder(folderOf(place_));
     return true;
 }
 

@@ -352,7 +352,7 @@ TEST_F(Files, AFailureAtAnyCallLosesNothing)
                     faults.stays = stays;
                     HostDisk::setFaults(faults);
                     const OSErr err = change ? changeInPlace() : saveAgain();
-                    const bool reached = HostDisk::changesMade() > after;
+                    const bool reached = HostDisk::callsMade() > after;
                     HostDisk::setFaults({});
                     SCOPED_TRACE(testing::Message() << "call " << after << " stays " << stays << " change " << change << " attributes " << attributes);
                     const std::string now = contents("Save");

@@ -160,10 +160,20 @@ static OSErr TryOpen()
     return noErr; // no permission: goes on without an open file
 }
 
+/// Ends the program; of what was begun to be written nothing stays.
+[[noreturn]] static void GiveUp(OSErr error)
+{
+    FSClose(gConfigRef);
+    gConfigRef = -1;
+    sWriting.reset();
+    DiskError(error, true);
+    ExitToShell();
+}
+
 void OpenConfigFile()
 {
     if (const OSErr error = TryOpen())
-        DiskError(error, true);
+        GiveUp(error);
 }
 
 void ReadConfigFile()
@@ -173,7 +183,7 @@ void ReadConfigFile()
     pb.ioReqCount = kConfigBytes;
     pb.ioPosMode = fsFromStart;
     if (const OSErr error = PBRead(pb))
-        DiskError(error, true);
+        GiveUp(error);
 }
 
 /// Closes the open file; without one the program ends.
@@ -220,7 +230,7 @@ void WriteConfigFile()
         if (error == noErr)
             return;
         if (error != dskFulErr)
-            DiskError(error, true);
+            GiveUp(error);
         WaitForSound();
         ShowText(kFullText);
     }
@@ -229,9 +239,9 @@ void WriteConfigFile()
 static void BeginWriting() { sWriting = std::make_unique<HostFiles::Replacement>(gConfigVRef, gConfigDirID, gConfigName); }
 
 /// Puts what was written in place of the old file.
-static OSErr EndWriting()
+static OSErr EndWriting(bool lasting = true)
 {
-    const OSErr error = sWriting ? sWriting->commit() : noErr;
+    const OSErr error = sWriting ? sWriting->commit(lasting) : noErr;
     sWriting.reset();
     return error;
 }
@@ -291,7 +301,7 @@ void CreateConfig()
     HDelete(gConfigVRef, gConfigDirID, gConfigName);
     OSErr error = MakeFile();
     if (error == noErr)
-        error = EndWriting();
+        error = EndWriting(false); // a first file holds nothing that a start could not make again
     sWriting.reset(); // without a commit nothing half-made stays
     if (error != noErr)
         DiskError(error, true);

@@ -58,7 +58,7 @@ OSErr writeFile(const SFReply& reply)
     updateText();
     Int ref = -1;
     OSErr error = OpenPatiently(reply.vRefNum, 0, reply.fName, ref);
-    if (error != noErr || ref == -1)
+    if (error != noErr)
         return error;
     error = writeText(ref);
     const OSErr closed = FSClose(ref);

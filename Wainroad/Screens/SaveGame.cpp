@@ -102,8 +102,8 @@ OSErr writeNewFile(const Handle& head)
     }
     Int ref = -1;
     error = OpenPatiently(gSaveFile.vRefNum, gSaveFile.dirID, gSaveFile.name, ref);
-    if (error != noErr || ref == -1)
-        return error != noErr ? error : ioErr;
+    if (error != noErr)
+        return error;
     error = SetEOF(ref, kSaveBytes);
     if (error != noErr)
         DiskError(error, false);
@@ -220,8 +220,6 @@ bool LoadGameFile()
     Int ref = -1;
     if (OpenPatiently(file.vRefNum, file.dirID, file.name, ref) != noErr)
         return false;
-    if (ref == -1)
-        Fatal(-51, "GameCloseFile");
     const Handle head = NewHandle(kSaveHeadBytes);
     const OSErr error = readSave(ref, head);
     FSClose(ref);
