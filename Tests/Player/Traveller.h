@@ -2,6 +2,7 @@
 
 #include "Tests/Player/PanelPlayer.h"
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -14,6 +15,7 @@ struct Habits {
     bool raft = false;        ///< takes the raft at the last choice
     Int pace = 0, rations = 0;
     bool buysOxen = true;     ///< trades for oxen when the wain stands without
+    Int huntsAfter = -2;      ///< the place after which it hunts, once
 };
 
 /// Takes a journey from the travel screen to its end by what the panels ask, and writes down what a person would.
@@ -27,15 +29,28 @@ public:
     }
     /// Goes on until the title shows again, or for `ticks`. @return True if the title was reached.
     bool travel(Int ticks);
-    /// One line a landmark: date, place, supplies, people; then how it ended.
+    /// Called with the screen in view: PlaceN at a landmark, ForkN, CrossingN half way over a river, ReportN after it,
+    /// HuntN with something that moves on the field, HuntReport, Mourning, Raft, RaftReport, Arrival, Score, GameOver.
+    std::function<void(const std::string& moment)> onMoment;
+    /// One line a landmark: date, place, supplies, people, and a digest of the state's byte form; one for each choice,
+    /// crossing, hunt and death; then how it ended.
     const std::vector<std::string>& diary() const { return diary_; }
     /// What was wrong with the state at a landmark; empty for nothing.
     const std::string& fault() const { return fault_; }
 
 private:
     bool answerPanels();
+    bool answerRiver();
+    bool answerEnd();
+    bool watchRaft();
+    void setHabits();
+    void arrive();
+    void hunt();
+    void shoot();
     void stockUp();
     void note();
+    void noteReport();
+    void tell(const std::string& moment);
     void noteEnd(const std::string& how);
     void checkState();
 
@@ -45,9 +60,11 @@ private:
     std::vector<std::string> diary_;
     std::string fault_;
     Int lastLandmark_ = -2, lastDate_ = 0;
-    Int crossingTries_ = 0;
+    Int crossingTries_ = 0, wayAcross_ = 0;
     Int strandedTicks_ = 0;
-    bool ended_ = false, choicesMade_ = false;
+    Int shotsAimed_ = 0;
+    Int raftLooks_ = 0, livingOnRaft_ = 0, goodsOnRaft_ = 0;
+    bool ended_ = false, onWater_ = false;
 };
 
 } // namespace Harness

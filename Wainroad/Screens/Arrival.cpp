@@ -1,9 +1,11 @@
 #include "Wainroad/Screens/Arrival.h"
 
+#include "MacToolbox/Base/Strings.h"
 #include "MacToolbox/Data/Resources.h"
 #include "MacToolbox/Managers/Menus.h"
 #include "MacToolbox/QuickDraw/QuickDraw.h"
 #include "Wainroad/Frame/Items.h"
+#include "Wainroad/Frame/Utils.h"
 #include "Wainroad/Journal/LogText.h"
 #include "Wainroad/Screens/Exit.h"
 #include "Wainroad/Screens/Raft.h"
@@ -35,6 +37,7 @@ Int arrivalProc(View& panel, Msg& msg)
             ClosePanel(ArrivingPanel);
             Str255 line;
             GetIndString(line, 3004, 25);
+            PStrAppend(line, pstr("."));
             LogAppendString(gLogTE, line, true);
         }
         return PanelDescriptor(1, 13, 9090);
