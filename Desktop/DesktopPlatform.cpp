@@ -1,6 +1,7 @@
 #include "Desktop/DesktopPlatform.h"
 
 #include "Desktop/Signals.h"
+#include "MacToolbox/Managers/ModalDialog.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -26,6 +27,7 @@ void DesktopPlatform::launch(const std::string& title)
 {
     delegate_ = std::make_unique<AppDelegate>(QString::fromStdString(title));
     QObject::connect(&application_, &QGuiApplication::commitDataRequest, delegate_.get(), [this] { delegate_->requestQuit(); });
+    escapeCancels = true;
     delegate_->launch();
 }
 

@@ -1,3 +1,5 @@
+#include "MacToolbox/Managers/ModalDialog.h"
+
 #include "MacToolbox/Data/Resources.h"
 #include "MacToolbox/Managers/Dialogs.h"
 #include "MacToolbox/Managers/Events.h"
@@ -11,7 +13,7 @@ namespace MacToolbox {
 
 namespace {
 
-    constexpr Int kReturn = 13, kEnter = 3, kTab = 9;
+    constexpr Int kReturn = 13, kEnter = 3, kTab = 9, kEscape = 27;
     constexpr Int kFlash = 8;  // ticks that the default button stays pressed
     constexpr Int kBlink = 32; // ticks between two changes of the caret
 
@@ -73,16 +75,18 @@ namespace {
         }
     }
 
-    /// Presses the default button for the eye, and answers it if it can be pressed.
-    Int pressDefault(const DialogPtr& dialog)
+    bool canPress(const DialogPtr& dialog, Int n)
     {
-        const DItem* const item = dialog->item(dialog->aDefItem);
-        if (!item || item->disabled() || !item->handle.is(Kind::control) || !item->handle.ctl)
+        const DItem* const item = dialog->item(n);
+        return item && !item->disabled() && item->handle.is(Kind::control) && item->handle.ctl && item->handle.ctl->contrlHilite != 255;
+    }
+
+    /// Presses a button for the eye, and answers it if it can be pressed.
+    Int press(const DialogPtr& dialog, Int n)
+    {
+        if (!canPress(dialog, n))
             return 0;
-        const Int n = dialog->aDefItem;
-        const ControlHandle button = item->handle.ctl;
-        if (button->contrlHilite == 255)
-            return 0;
+        const ControlHandle button = dialog->item(n)->handle.ctl;
         HiliteControl(button, 1);
         const Int end = TickCount() + kFlash;
         while (TickCount() < end && !Input::quitRequested) {
@@ -91,6 +95,18 @@ namespace {
         }
         HiliteControl(button, 0);
         return n;
+    }
+
+    bool isCancelKey(const EventRecord& event)
+    {
+        return escapeCancels && event.what == keyDown && (event.message & charCodeMask) == kEscape && (event.modifiers & cmdKey) == 0;
+    }
+
+    /// The button that changes nothing: the default one under a stop sign, else the second, else the only one.
+    Int cancelItem(const DialogPtr& dialog)
+    {
+        constexpr Int kStop = 0, kSecond = 2;
+        return dialog->alertIcon != kStop && canPress(dialog, kSecond) ? kSecond : dialog->aDefItem;
     }
 
     void nextField(const DialogPtr& dialog)
@@ -116,7 +132,7 @@ namespace {
             return 0;
         }
         if (key == kReturn || key == kEnter)
-            return pressDefault(dialog);
+            return press(dialog, dialog->aDefItem);
         if (key == kTab) {
             nextField(dialog);
             return 0;
@@ -221,6 +237,8 @@ namespace {
 
 } // namespace
 
+std::atomic<bool> escapeCancels = false;
+
 bool IsDialogEvent(const EventRecord& event)
 {
     return asDialog(event.window()) || asDialog(WindowManager::shared().front());
@@ -244,7 +262,9 @@ void ModalDialog(const DialogFilter& filter, Int& itemHit)
         }
         if (dropForeignUpdate(dialog, event))
             continue;
-        itemHit = 0;
+        itemHit = isCancelKey(event) ? press(dialog, cancelItem(dialog)) : 0;
+        if (itemHit != 0)
+            return;
         if (filter && filter(dialog, event, itemHit))
             return;
         itemHit = handle(dialog, event);

@@ -2,6 +2,7 @@
 
 #include "MacToolbox/Base/Strings.h"
 #include "MacToolbox/Managers/Events.h"
+#include "MacToolbox/Managers/ModalDialog.h"
 #include "Tests/Managers/ToolboxFixture.h"
 
 using namespace MacToolbox;
@@ -213,6 +214,38 @@ TEST_F(DialogsTest, ReturnPressesTheDefaultForEightTicks)
     key(13);
     later(30, quitSoon);
     EXPECT_EQ(hit(), 2);
+}
+
+TEST_F(DialogsTest, EscapeTakesTheCancelItemWhereTheHostSaysSo)
+{
+    const DialogPtr fields = twoFields();
+    const auto escape = [] { Input::key(27, 53, 0, true); };
+    const DialogFilter unseen = [](const DialogPtr&, EventRecord& e, Int& item) { return e.what == keyDown && (item = 77) != 0; };
+    escape();
+    EXPECT_EQ(hit(unseen), 77) << "a key like any other";
+
+    escapeCancels = true;
+    escape();
+    EXPECT_EQ(hit(unseen), 2);
+    Input::key(27, 53, cmdKey, true);
+    EXPECT_EQ(hit(unseen), 77) << "with Command";
+    fields->item(2)->handle.ctl->contrlHilite = 255;
+    escape();
+    EXPECT_EQ(hit(), 1) << "no second button can be pressed";
+    fields->item(1)->handle.ctl->contrlHilite = 255;
+    escape();
+    EXPECT_EQ(hit(unseen), 77) << "no button can be pressed";
+    DisposDialog(fields);
+
+    // Under a stop sign the default button is the one that changes nothing.
+    add("DITL", 201, ItemList::make({{kButton, kFirst, bytesOf("Cancel")}, {kButton, kSecond, bytesOf("Go on")}}));
+    add("ALRT", 201, Form().rect({100, 100, 260, 360}).u16(201).u16(0).bytes);
+    useResources();
+    escape();
+    EXPECT_EQ(StopAlert(201), 1);
+    escape();
+    EXPECT_EQ(CautionAlert(201), 2);
+    escapeCancels = false;
 }
 
 TEST_F(DialogsTest, KeysGoToTheFocusedFieldAndTabMovesOn)
