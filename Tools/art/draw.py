@@ -1,0 +1,38 @@
+#!/usr/bin/env python3
+"""Draws every picture of the game anew, as 1-bit PNG files under Resources/."""
+import importlib
+import sys
+from pathlib import Path
+
+import numpy as np
+from PIL import Image
+
+from ink import Canvas
+
+ROOT = Path(__file__).resolve().parents[2]
+MODULES = ('frame weather travel places_small trail_map title icons cursors start papers forks animals hunting crossing '
+           'raft people landmarks_plain landmarks_hills landmarks_heights vale introduction').split()
+
+
+def path_of(name):
+    """System/Icons/stop lies in the System's pictures, everything else in the game's."""
+    part = 'System' if name.startswith('System/') else 'Wainroad'
+    return ROOT / 'Resources' / part / 'Pictures' / (name.removeprefix('System/') + '.png')
+
+
+def save(picture, path):
+    bits = picture.a if isinstance(picture, Canvas) else picture
+    image = Image.fromarray(np.where(bits, 0, 255).astype(np.uint8)).convert('1', dither=Image.Dither.NONE)
+    path.parent.mkdir(parents=True, exist_ok=True)
+    image.save(path, optimize=True)
+
+
+def main(names):
+    """Draws the named modules, or all."""
+    for name in names or MODULES:
+        for picture, canvas in importlib.import_module(name).pictures().items():
+            save(canvas, path_of(picture))
+
+
+if __name__ == '__main__':
+    main(sys.argv[1:])

@@ -1,0 +1,168 @@
+"""Before setting out: the party page and the legends, the store, the months."""
+import math
+import random
+
+import numpy as np
+
+from country import planks, rope_ring
+from figures import ox
+from ink import arc, at, Canvas, spline
+
+def party():
+    F = []
+    # 0 a lantern on a hoop, 40 by 60
+    c = Canvas(40, 60); h = spline('34,59 36,34 31,14 20,5 8,4 0,8', n=8); c.band(h, 4.4, tone='w')
+    for t in range(4, len(h) - 6, 6):
+        if t % 12 == 4: c.line(h[t][0] - 1, h[t][1], h[t + 2][0], h[t + 2][1] + 1)
+    c.line(17, 7, 17, 15); c.lines(arc(17, 18, 4, 4, 180, 360))
+    c.poly('10,24 17,17 25,24', 'k'); c.rect(11, 24, 24, 44, 'w', heavy=1); c.line(14, 25, 14, 42)
+    c.line(20, 25, 20, 42)
+    c.poly(spline('17.5,28 20,34 18.6,40 15.8,40 14.6,35', True, 5), 'w'); c.line(17, 36, 17, 38)
+    c.rect(8, 44, 27, 48, 'k', 0)
+    for a, b, d, e in ((1, 22, 6, 26), (0, 34, 6, 34), (1, 46, 6, 42), (28, 34, 32, 34), (27, 26, 31, 23)):
+        c.line(a, b, d, e)
+    F.append(c)
+    # 1 the open book of legends, 120 by 44
+    c = Canvas(120, 44); c.poly('2,8 2,41 54,41 60,43 66,41 118,41 118,8', 'k')
+    for k in range(3):
+        o = 2 * k
+        c.poly(spline([(6 + o, 7 - k), (30, 3 - k * .5), (52, 5), (60, 11)], n=6)
+            + spline([(60, 41 - k), (50, 36 - k), (30, 35 - k), (6 + o, 38 - k)], n=6), 'w')
+        c.poly(spline([(60, 11), (68, 5), (90, 3 - k * .5), (114 - o, 7 - k)], n=6)
+            + spline([(114 - o, 38 - k), (90, 35 - k), (70, 36 - k), (60, 41 - k)], n=6), 'w')
+    for i in range(6):
+        y = 11 + i * 4; c.curve([(16, y), (30, y - 2), (44, y - 1)][:3]); c.line(49, y, 53, y + 1)
+        c.curve([(67, y), (78, y - 2), (92, y - 1.5)]); c.line(99, y - 1, 105, y)
+    c.line(59, 12, 59, 40); c.line(60, 12, 60, 41); c.shade(c.mpoly('61,12 67,8 67,34 61,39'), '25')
+    c.poly('72,36 78,36 79,44 75,41 71,44', 'k'); F.append(c)
+    # 2 an ox's head with its bell, 44 by 44
+    c = Canvas(44, 44)
+    c.band(spline('31,14 38,12 42,6 40,1'), 4.6, 2.4, 'w'); c.band(spline('15,14 8,12 3,7 4,1'), 4.6, 2.4, 'w')
+    c.poly(spline('32,17 40,16 43,20 37,23 32,21', True), 'w', heavy=0)
+    c.poly(spline('13,17 5,16 1,20 8,23 13,21', True), 'w'); c.line(6, 19, 12, 19); c.line(33, 19, 39, 19)
+    c.poly(spline('13,13 18,10 27,10 32,13 32,22 30,29 30,35 27,39 18,39 15,35 15,29 13,22', True, 6), 'w', heavy=1)
+    c.shade(c.mpoly(spline('27,11 32,14 31,24 29,32 27,30 28,20', True)), '/'); c.lines('18,11 20,16 22,12 24,17 26,11')
+    c.ell(17.5, 20.5, 2, 1.8, 'k'); c.ell(28, 20.5, 2, 1.8, 'k'); c.px(17, 19, 0); c.px(27, 19, 0)
+    c.poly(spline('15,33 19,31 27,31 30,33 29,38 22.5,40 16,38', True, 5), 'w')
+    c.ell(19, 34.5, 1.6, 1.2, 'k'); c.ell(26.5, 34.5, 1.6, 1.2, 'k'); c.curve('18,38 22.5,37 27,38')
+    c.line(10, 26, 16, 40); c.line(36, 26, 30, 40); c.poly('19,38 27,38 30,44 16,44', 'k'); c.line(18, 42, 18, 43, 0)
+    F.append(c)
+    # 3 a coil of rope and a mallet
+    c = Canvas(44, 44); rope_ring(c, 17, 36, 16, 7); rope_ring(c, 17, 31, 15.5, 6.6); rope_ring(c, 17, 26, 15, 6.4)
+    c.band(spline('31,28 36,33 38,40 43,41'), 3, tone='w'); c.band('12,24 36,6', 3.6, tone='w')
+    m = c.poly('27,3 34,-3 45,11 38,18', 'w', heavy=1)
+    c.line(30, 1, 40, 14); c.shade(m & c.mpoly('36,6 46,10 38,19 33,14'), '25'); F.append(c)
+    # 4 a sheaf and a jar
+    c = Canvas(44, 44); r = random.Random(3)
+    for i in range(15):
+        t = i / 14 - .5; a = (14 + t * 5, 27); b = (14 + t * 27, 4 + abs(t) * 9 + r.uniform(-1, 1)); c.line(*a, *b)
+        for k in range(4):
+            X, Y = b[0] - t * k * 2.2, b[1] + k * 2; c.px(X - 1, Y); c.px(X + 1, Y + 1); c.px(X, Y)
+        c.line(14 + t * 5, 28, 14 + t * 16, 43)
+    c.rect(9, 24, 20, 29, 'w'); c.line(9, 26, 19, 26)
+    m = c.poly(spline('28,20 24,27 24,37 27,43', n=5) + spline('39,43 42,37 42,27 38,20', n=5), 'w', heavy=1)
+    c.rect(27, 15, 39, 21, 'w', heavy=1); c.put(c.mpoly('25,16 33,11 41,16'), 'k', 0)
+    c.lines('25,29 28,31 31,29 34,31 37,29 41,31'); c.line(24, 26, 41, 26); c.line(24, 34, 41, 34)
+    c.shade(m & c.mrect(37, 21, 44, 43), '25'); F.append(c)
+    return F
+
+def store():
+    """A counter with scales, yokes on the wall, a cat in a nail bin: 150 by 96."""
+    c = Canvas(150, 96, 9, 9); planks(c, 0, 0, 150, 62, ph=15, vertical=True, seed=2, nails=False)
+    c.a[0:62, :][(np.indices((62, 150))[0] % 2 == 1) & (np.indices((62, 150))[1] % 15 != 0)] &= 1
+    # shelf with jars, tins, a lantern
+    c.rect(4, 29, 64, 33, 'w', heavy=1)
+    for x, k in ((7, 0), (19, 1), (31, 2), (41, 0), (52, 1)):
+        if k == 0:
+            m = c.poly(spline([(x, 29), (x - .6, 20), (x + 2, 16)], n=4)
+                + spline([(x + 7, 16), (x + 9.6, 20), (x + 9, 29)], n=4), 'w')
+            c.rect(x + 1, 13, x + 8, 17, 'k', 0); c.shade(m & c.mrect(x + 5, 18, x + 10, 28), '25')
+            c.line(x, 22, x + 8, 22)
+        elif k == 1:
+            c.rect(x, 18, x + 9, 29, 'w'); c.rect(x, 21, x + 9, 26, 'k', 0); c.line(x, 18, x + 8, 18)
+        else:
+            c.rect(x, 15, x + 7, 29, 'w'); c.line(x + 2, 15, x + 2, 28); c.line(x + 4, 15, x + 4, 28)
+    c.lines('10,33 10,39'); c.lines('58,33 58,39')
+    # a coil of rope on a peg
+    c.rect(73, 6, 76, 12, 'k', 0); rope_ring(c, 74, 20, 8, 10, 4)
+    # yokes on the wall
+    for y in (10, 32):
+        c.band(spline([(84, y + 4), (92, y), (101, y + 4), (110, y + 6), (119, y + 4), (128, y), (136, y + 4)]), 6,
+            tone='w', heavy=1)
+        for x in (93, 127): c.lines(spline(at(x, y, '-6,4 -5,14 0,18 5,14 6,4'), n=6))
+        c.rect(109, y - 3, 112, y + 3, 'k', 0)
+    # counter
+    c.rect(0, 62, 150, 67, 'w', heavy=1); planks(c, 0, 67, 108, 96, ph=9, seed=4)
+    c.shade(c.mrect(0, 67, 108, 71), '50')
+    # scales
+    c.rect(44, 57, 66, 62, 'w', heavy=1); c.stroke('55,57 55,40', 2.2); c.stroke('37,45 73,40', 2)
+    for x, y in ((38, 45), (72, 40)):
+        c.line(x, y, x - 7, y + 10); c.line(x, y, x + 7, y + 10)
+        c.poly(spline(at(x, y, '-9,10 -5,14 4,14 9,10'), n=4), 'w', heavy=0); c.line(x - 9, y + 10, x + 8, y + 10)
+    c.poly('33,55 34,49 42,49 43,55', 'k'); c.rect(69, 46, 75, 50, 'w')
+    # a sack on the counter
+    m = c.blob('8,62 4,54 8,45 13,42 18,42 24,46 26,54 23,62', 'w', heavy=1); c.lines('11,44 16,46 21,44')
+    c.shade(m & c.mrect(19, 0, 30, 62), '25')
+    # nail bin with the cat
+    c.rect(110, 70, 148, 96, 'w', heavy=1); m = c.blob('115,72 114,64 119,57 128,55 137,58 143,65 143,72', 'k')
+    c.poly('116,60 116,51 121,55', 'k'); c.poly('124,55 128,51 128,60', 'k'); c.ell(121.5, 60, 6.4, 5.6, 'k')
+    c.px(119, 59, 0); c.px(120, 60, 0); c.px(124, 59, 0); c.px(123, 60, 0); c.px(121, 62, 0)
+    c.line(116, 62, 113, 61, 0); c.line(126, 62, 129, 61, 0); c.stroke(spline('140,68 146,64 147,56 143,53'), 2.4)
+    c.rect(108, 70, 150, 75, 'w', heavy=1)
+    for x in range(113, 146, 5):
+        c.line(x, 69, x + 2, 66) if x % 2 else c.line(x, 69, x - 1, 67)
+    for y in (82, 89): c.line(110, y, 146, y)
+    for x in (113, 144):
+        c.px(x, 79); c.px(x, 86); c.px(x, 93)
+    return c
+
+def months():
+    """One bare branch that buds, leafs and fruits from left to right, 300 by 60."""
+    c = Canvas(300, 60); r = random.Random(9)
+    b = spline('-4,40 30,36 62,42 100,35 140,38 176,30 214,33 250,25 290,27 302,22', n=10); c.band(b, 6.5, 3, 'w')
+    lo = [(x, y + 1.6) for x, y in b]
+    c.lines(lo, dash=(1, 1, 1, 0)); c.lines([(x, y + .8) for x, y in b], dash=(1, 0, 0, 1, 0, 0, 0))
+    def at(t):
+        return b[min(len(b) - 1, int(t * (len(b) - 1)))]
+    tw = []
+    for i in range(18):
+        t = .03 + i * .0505; x, y = at(t); s_ = -1 if i % 2 else 1; L = r.uniform(11, 17)
+        e = (x + L * .8, y + s_ * L * .85); mid = (x + L * .45, y + s_ * L * .3); c.stroke([(x, y), mid, e], 2, 1)
+        tw.append((t, x, y, mid, e, s_))
+    def leaf(x, y, a, L, full=True):
+        ca, sa = math.cos(a), math.sin(a)
+        pts = [(x, y), (x + ca * L * .35 - sa * L * .28, y + sa * L * .35 + ca * L * .28), (x + ca * L, y + sa * L),
+            (x + ca * L * .35 + sa * L * .28, y + sa * L * .35 - ca * L * .28)]
+        m = c.poly(spline(pts, True, 5), 'w'); c.line(x, y, x + ca * L * .7, y + sa * L * .7)
+        if sa > 0 and L > 8: c.shade(m & c.mpoly([(x, y), (x + ca * L, y + sa * L), pts[1]]), '50')
+    def fruit(x, y, R):
+        m = c.ell(x, y, R, R, 'w', heavy=1); c.shade(m & ~c.mell(x - R * .4, y - R * .4, R * .95, R * .95), '50')
+        c.line(x, y - R, x + 1, y - R - 3)
+    for t, x, y, mid, e, s_ in tw:
+        if t < .2:
+            if t > .06: c.ell(e[0], e[1], 1.2, 1.5, 'k')
+        elif t < .4:
+            for q in (mid, e):
+                c.ell(q[0] + 1, q[1], 1.9, 2.5, 'w' if q is e else 'k'); c.px(q[0] + 1, q[1])
+        elif t < .6:
+            if t < .52:
+                for q in (e, mid):
+                    for k in range(5):
+                        a = k * 1.257 + t; c.ell(q[0] + math.cos(a) * 3, q[1] + math.sin(a) * 3, 1.9, 1.9, 'w')
+                    c.ell(q[0], q[1], 1.2, 1.2, 'k')
+                leaf(mid[0], mid[1], s_ * .2, 7)
+            else:
+                for a in (s_ * 1.5, s_ * .5, s_ * -.3): leaf(e[0], e[1], a, 8)
+                leaf(mid[0], mid[1], s_ * -.4, 7)
+        elif t < .78:
+            for a in (s_ * 1.9, s_ * 1.0, s_ * .1): leaf(e[0], e[1], a, 10)
+            leaf(mid[0], mid[1], -s_ * .3, 9); leaf(mid[0], mid[1], s_ * 2.2, 8)
+        else:
+            leaf(e[0], e[1], s_ * .1 - .3, 9); leaf(mid[0], mid[1], -s_ * .4, 9); leaf(mid[0], mid[1], s_ * 2.3, 8)
+            fruit(e[0] - 1, e[1] + 5, 4.8)
+            if s_ > 0: fruit(e[0] + 8, e[1] + 2, 4.2)
+    return c
+
+def pictures():
+    out = {'Title/' + n: c for n, c in zip(('lantern', 'book', 'ox', 'rope', 'sheaf'), party())}
+    return out | {'Start/store': store(), 'Start/months': months()}

@@ -1,0 +1,87 @@
+"""The travel scene: backdrop, clouds, ground, and the wain with its leading pair in four steps."""
+import math
+import random
+
+import numpy as np
+
+from country import cloud, ground
+from figures import bird, ox, wain
+from ink import at, Canvas, spline
+
+PAIR = """
+_#___#__#___________________
+_##__##_##__________________
+_###__####____________###___
+###__#...#############..#___
+###_#.#................#.#__
+###_#...................#.#_
+###_#....#..............#_#_
+_#__####.#..............#_##
+________#..............#__##
+________##.....###.....#____
+_________######___#####_____
+"""
+
+def pair(c, x, y, phase):
+    """The leading pair, 28 by 14: the off ox dark and a head ahead, the near ox white with its bell; four steps."""
+    F, B, V, UP = [(0, 0), (1, -1), (2, -2), (3, -3)], [(0, 0), (1, 1), (2, 2), (3, 3)], [(0, 0), (1, 0), (2, 0),
+        (3, 0)], [(0, 0), (1, -1), (2, -1)]
+    near = {0: (F, B), 1: (V, UP), 2: (B, F), 3: (UP, V)}[phase]
+    far = {0: (B, F), 1: (UP, V), 2: (F, B), 3: (V, UP)}[phase]; top = y - 14
+    for lx, pat in ((12, far[0]), (19, far[1])):
+        for r_, dx in pat: c.px(x + lx + dx, top + 10 + r_)
+    c.art(x, top, PAIR.strip('\n').split('\n'))
+    for lx, pat in ((10, near[0]), (21, near[1])):
+        for r_, dx in pat:
+            c.px(x + lx + dx, top + 10 + r_); c.px(x + lx + dx + 1, top + 10 + r_)
+    c.art(x + 7 + (0, -1, 0, -1)[phase], top + 9, ["##", "##"])
+
+def scene():
+    F = {}
+    # 0 backdrop
+    c = Canvas(262, 77, 64, 9); sun = c.mell(46, 17, 8, 8); c.put(sun, 'w')
+    for i in range(9):
+        a = math.radians(180 + 22.5 * i)
+        c.line(45.5 + math.cos(a) * 10.5, 16.5 + math.sin(a) * 10.5, 45.5 + math.cos(a) * 14, 16.5 + math.sin(a) * 14)
+    back = spline('-4,20 14,17 34,19 58,16 78,18 98,12 112,15 130,11 146,16 166,13 180,17 206,14 226,18 250,16 268,19',
+        n=6)
+    m = c.mpoly(back + [(268, 23), (-4, 23)]); c.put(m, '25', 0); c.lines(back)
+    front = spline('-4,22 20,21 46,22 84,19 116,21 150,19 190,21 224,20 266,22', n=6)
+    m = c.mpoly(front + [(268, 23), (-4, 23)]); c.put(m, 'w', 0); c.lines(front); c.a[23:] = 0
+    for x, y, k in ((190, 5, 0), (200, 8, 1), (212, 4, 2)):
+        bird(c, x, y, k)
+    F[0] = c
+    # 1 clouds: period 262
+    t = Canvas(262, 14, 64, 32); cloud(t, 18, 12, 62, 10, 3); cloud(t, 112, 13, 44, 7, 5); cloud(t, 184, 11, 54, 9, 8)
+    for i, (x, y) in enumerate(((92, 6), (96, 4), (100, 2), (104, 4), (108, 6), (112, 8))):
+        t.lines(at(x, y, '-1,-1 0,0 1,-1'))
+    c = Canvas(524, 14); c.a = np.concatenate([t.a, t.a], 1); F[1] = c
+    # 2 ground: period 240
+    t = Canvas(240, 5); r = random.Random(8); t.a[0] = 1
+    for x in list(range(0, 240)):
+        if (x * 7) % 13 in (0, 1, 2, 3, 4, 5, 6) and 90 > (x % 97): t.a[2, x] = 1
+        if (x * 5 + 3) % 17 < 6: t.a[4, x] = 1
+    t.a[1:, 150:172] = 0
+    # stone
+    t.art(154, 1, ["__####____", "_#...##___", "#....###__"]); t.a[1:, 60:76] = 0
+    # hare's hole
+    t.art(62, 1, ["_########_", "_########_", "__######__", ])
+    for x in (12, 38, 100, 126, 196, 222):
+        t.a[1:4, x - 1:x + 8] = 0; t.art(x, 1, ["#_#_#", "_###_"])
+    c = Canvas(502, 5); c.a = np.concatenate([t.a, t.a, t.a], 1)[:, :502]; F[2] = c
+    # 3-6 wain and pair
+    for p in range(4):
+        c = Canvas(68, 27, 256, 54); c.closed = True; y = 27; wain(c, 28, y, 40, 26, ang=p * 11.25, hoops=5)
+        pair(c, 0, y, p)
+        # the yoke
+        c.line(11, y - 13, 11, y - 10); c.line(12, y - 12, 12, y - 10)
+        # the pole
+        c.line(27, y - 7, 33, y - 6); F[3 + p] = c
+    return F
+
+
+NAMES = ('backdrop', 'clouds', 'ground', 'wain-1', 'wain-2', 'wain-3', 'wain-4')
+
+def pictures():
+    F = scene()
+    return {'Travel/Scene/' + n: F[k] for k, n in enumerate(NAMES)}
