@@ -196,6 +196,7 @@ std::optional<std::string> scriptedAnswer()
     }
     makeDataFolder();
     entry.erase(0, std::min(entry.find_first_not_of('/'), entry.size())); // always a name inside the data folder
+    entry.erase(entry.find_last_not_of('/') + 1);
     return dataFolder() + '/' + entry;
 }
 

@@ -83,7 +83,8 @@ bool removeWithCompanion(const std::string& path)
 static FInfo infoByName(const std::string& path)
 {
     FInfo info;
-    std::string end = path.substr(path.size() - std::min<std::size_t>(path.size() - (path.rfind('/') + 1), 4));
+    const std::string name = path.substr(path.rfind('/') + 1);
+    std::string end = name.size() > 4 ? name.substr(name.size() - 4) : std::string(); // ".txt" alone has no extension
     for (char& c : end)
         c = c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
     if (end == ".txt")

@@ -193,7 +193,7 @@ ListHandle LNew(const Rect& rView, const Rect& dataBounds, Point cellSize, Int, 
     list->cellSize = {cellSize.v != 0 ? cellSize.v : font.ascent + font.descent + font.leading,
         cellSize.h != 0 ? cellSize.h : rView.width()};
     list->indent = {font.ascent, 4};
-    list->dataBounds = {dataBounds.top, dataBounds.left, 0, std::max<Int>(dataBounds.right, 1)};
+    list->dataBounds = {0, 0, 0, std::max<Int>(dataBounds.right, 1)};
     list->ldef = ldef;
     if (scrollVert)
         list->vScroll = NewControl(port, {rView.top - 1, rView.right, rView.bottom + 1, rView.right + kScrollBarWidth}, {0},

@@ -420,10 +420,11 @@ namespace {
         const Int mask = (Int {1} << depth) - 1, perByte = 8 / depth;
         for (Int y = 0; y < bounds.height(); ++y) {
             const std::uint8_t* const row = rows.data() + y * rowLength;
+            const Int present = I(rows.size()) - y * rowLength; // a row too short for its pixels runs on into the next
             std::uint8_t* const to = out.baseAddr->bytes.data() + y * out.rowBytes;
             for (Int x = 0; x < bounds.width(); ++x) {
                 const Int at = x / perByte;
-                const Int byte = at < rowLength ? row[at] : 0;
+                const Int byte = at < present ? row[at] : 0;
                 const Int value = byte >> (8 - depth * (x % perByte + 1)) & mask;
                 if (black[static_cast<std::size_t>(value)])
                     to[x >> 3] = static_cast<std::uint8_t>(to[x >> 3] | 0x80 >> (x & 7));

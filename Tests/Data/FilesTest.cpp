@@ -211,10 +211,12 @@ TEST_F(Files, TypesAreKeptWithAndWithoutAttributes)
         EXPECT_EQ(HDelete(0, 0, pstr("Save")), noErr);
         EXPECT_EQ(others({}), "") << "the companion goes with its file";
     }
-    std::ofstream(path("LOG.TXT")) << "text";
-    std::ofstream(path("other")) << "text";
-    EXPECT_EQ(HostFiles::finderInfo(path("LOG.TXT")).fdType, os("TEXT"));
-    EXPECT_EQ(HostFiles::finderInfo(path("other")).fdType, 0U);
+    const std::pair<const char*, OSType> plain[] = {
+        {"LOG.TXT", os("TEXT")}, {"a.Txt", os("TEXT")}, {"other", 0}, {".txt", 0}, {"txt", 0}, {"a.txt.bak", 0}};
+    for (const auto& [name, type] : plain) {
+        std::ofstream(path(name)) << "text";
+        EXPECT_EQ(HostFiles::finderInfo(path(name)).fdType, type) << name;
+    }
     ParamBlockRec pb;
     pb.ioNamePtr = pstr("LOG.TXT");
     EXPECT_EQ(PBGetFInfo(pb), noErr);
@@ -231,7 +233,7 @@ TEST_F(Files, FoldersOfPanelsHaveTheirNumbers)
     EXPECT_EQ(HCreate(first, 0, pstr("in a"), 0, 0), noErr) << "the folder is made";
     EXPECT_TRUE(fs::exists(path("a/in a")));
     HostFiles::queueScriptedFile("one");
-    HostFiles::queueScriptedFile("//two");
+    HostFiles::queueScriptedFile("//two/");
     EXPECT_EQ(HostFiles::scriptedAnswer(), folder_ + "/one");
     EXPECT_EQ(HostFiles::scriptedAnswer(), folder_ + "/two");
     EXPECT_EQ(HostFiles::scriptedAnswer(), std::nullopt);

@@ -52,7 +52,8 @@ TEST_F(ListsTest, SizesComeFromTheFontAndTheView)
     EXPECT_EQ(l->vScroll->contrlRect, (Rect {9, 110, 10 + 4 * kLine + 1, 126}));
     EXPECT_EQ(l->vScroll->contrlMax, 0) << "nothing to scroll";
     EXPECT_EQ(list(9)->vScroll->contrlMax, 5);
-    const ListHandle flat = LNew({10, 10, 15, 110}, {0, 0, 2, 0}, {0, 0}, 0, w, true, false, false, false);
+    const ListHandle flat = LNew({10, 10, 15, 110}, {5, 7, 2, 0}, {0, 0}, 0, w, true, false, false, false);
+    EXPECT_EQ(flat->dataBounds, (Rect {0, 0, 2, 1})) << "only the counts are taken";
     EXPECT_EQ(flat->rows(), 1) << "a view lower than a row shows one";
     EXPECT_EQ(flat->vScroll, nullptr);
     EXPECT_FALSE(list(9, 4, false)->vScroll->contrlVis);

@@ -219,6 +219,7 @@ TEST_F(PictureTest, DeepPixelsAreReducedByAPlainThreshold)
     EXPECT_EQ(played(pixelMap(4, 4, 0x8000, {{0, 0xFFFF}, {0, 0}}).fill(8, 0x10).end()), 8) << "keyed by position";
     EXPECT_EQ(played(pixelMap(2, 2, 0, {{3, 0}}).fill(4, 0xC1).end()), 4);
     EXPECT_EQ(played(pixelMap(8, 8, 0, {{5, 0}}).fill(3, 5)), 3) << "what is missing reads as 0";
+    EXPECT_EQ(played(pixelMap(8, 4, 0, {{5, 0}}).fill(4, 0).fill(4, 5).end()), 8) << "a short row runs on into the next";
     EXPECT_EQ(played(pixelMap(16, 16, 0, {{5, 0}}).fill(32, 5).end()), 16) << "deeper ones end the picture";
 }
 
