@@ -19,7 +19,10 @@ std::optional<Bytes> contents(const std::string& path)
     const HostFile file = HostDisk::open(path, HostDisk::Mode::Read);
     if (!file)
         return std::nullopt;
-    return HostDisk::read(file, 0, kMostBytes);
+    Bytes bytes = HostDisk::read(file, 0, kMostBytes);
+    if (bytes.empty() && HostDisk::length(file).value_or(1) != 0)
+        return std::nullopt;
+    return bytes;
 }
 
 /// Walks the map of a file image. Every offset is 64 bits wide and is checked before it is used.
@@ -104,6 +107,12 @@ private:
     std::vector<ResourceFile::Entry> entries_;
 };
 
+/// What a loaded resource is known by.
+std::string keyOf(OSType type, Int id, Int refNum)
+{
+    return std::to_string(type) + '/' + std::to_string(id) + '/' + std::to_string(refNum);
+}
+
 AtRunStart sFresh([] { ResourceManager::shared().reset(); });
 
 } // namespace
@@ -181,7 +190,7 @@ Handle ResourceManager::get(OSType type, Int id, bool onlyCurrent)
         if (!entry)
             continue;
         resError = noErr;
-        Handle& h = loaded_[std::to_string(type) + '/' + std::to_string(id) + '/' + std::to_string(file->refNum)];
+        Handle& h = loaded_[keyOf(type, id, file->refNum)];
         if (!h) {
             h = std::make_shared<Block>(entry->data);
             h->resType = type;
@@ -197,6 +206,18 @@ void ResourceManager::release(const Handle& h)
 {
     const std::lock_guard lock(lock_);
     std::erase_if(loaded_, [&](const auto& item) { return item.second == h; });
+}
+
+std::vector<std::pair<OSType, Int>> ResourceManager::inMemory()
+{
+    const std::lock_guard lock(lock_);
+    std::vector<std::pair<OSType, Int>> found;
+    for (const ResourceFile* file : searchOrder(false))
+        for (const ResourceFile::Entry& entry : file->entries)
+            if (loaded_.contains(keyOf(entry.type, entry.id, file->refNum)))
+                found.emplace_back(entry.type, entry.id);
+    std::sort(found.begin(), found.end());
+    return found;
 }
 
 bool ResourceManager::exists(OSType type, Int id) { return size(type, id) >= 0; }

@@ -52,6 +52,8 @@ public:
     Handle get(OSType type, Int id, bool onlyCurrent = false);
     /// Forgets this handle: the next `get` gives fresh bytes.
     void release(const Handle& h);
+    /// Type and id of every resource that has been handed out since the start of the run and not released, sorted.
+    std::vector<std::pair<OSType, Int>> inMemory();
     /// True if the search order holds it. Leaves `resError` alone.
     bool exists(OSType type, Int id);
     /// Id and name (raw characters) of every named entry of the type, in all open files, oldest first.
@@ -75,7 +77,7 @@ private:
 
     std::mutex lock_;
     std::vector<std::unique_ptr<ResourceFile>> files_; // oldest first
-    std::unordered_map<std::string, Handle> loaded_;   // "type/id/refNum", all decimal
+    std::unordered_map<std::string, Handle> loaded_;   // by type, id and file
 };
 
 /// The resource from the current file or an older one. Nil with `ResError` -192 if there is none.

@@ -1,6 +1,7 @@
 #include "MacToolbox/Data/Resources.h"
 
 #include "MacToolbox/Base/RunState.h"
+#include "MacToolbox/Data/HostDisk.h"
 
 #include <filesystem>
 #include <fstream>
@@ -207,6 +208,14 @@ TEST_F(Resources, DamagedFilesGiveWhatCanBeRead)
     EXPECT_EQ(ResourceManager::shared().open(write("short", Bytes(10, 1))), 2);
     EXPECT_EQ(GetResource(os("TEXT"), 1), nullptr);
     EXPECT_EQ(ResourceManager::shared().open(write("empty", {})), 3);
+    HostDisk::Faults unreadable;
+    unreadable.call = HostDisk::Call::Read;
+    unreadable.after = 0;
+    HostDisk::setFaults(unreadable);
+    EXPECT_EQ(ResourceManager::shared().open(write("whole", whole)), -1);
+    HostDisk::setFaults({});
+    EXPECT_EQ(ResError(), -43);
+    EXPECT_EQ(CurResFile(), 3);
 }
 
 TEST_F(Resources, ListsThatLieOverEachOtherDoNotGrow)
