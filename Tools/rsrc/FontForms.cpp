@@ -282,6 +282,26 @@ std::optional<Strike> strikeOf(const Bytes& data)
     return strike;
 }
 
+std::vector<StrikeGlyph> strikeGlyphs(const Bytes& data)
+{
+    std::vector<StrikeGlyph> glyphs(256);
+    const auto strike = strikeOf(data);
+    if (!strike)
+        return glyphs;
+    const Block b(data);
+    const Int kern = b.s16(8), height = b.s16(14), rowBytes = 2 * b.s16(24), codes = strike->last - strike->first + 1;
+    const Int locations = kStrikeHeader + height * rowBytes, offsets = locations + 2 * (codes + 2);
+    if (height <= 0 || rowBytes <= 0 || b.count() < offsets + 2 * codes)
+        return glyphs;
+    const Bits strip = bitsFrom(std::span(data).subspan(kStrikeHeader), rowBytes, height, rowBytes * 8);
+    for (Int code = std::max<Int>(strike->first, 0); code <= std::min<Int>(strike->last, 255); ++code) {
+        const Int at = 2 * (code - strike->first), left = b.u16(locations + at), right = b.u16(locations + at + 2);
+        if (strike->has(code) && left <= right && right <= strip.width)
+            glyphs[static_cast<std::size_t>(code)] = {strip.part({0, left, height, right}), kern + b.u8(offsets + at), b.u8(offsets + at + 1)};
+    }
+    return glyphs;
+}
+
 std::vector<Form> fontForms()
 {
     return {{"FOND", compileFamily, showFamily}, {"NFNT", compileStrike, showStrike, pictureOfStrike},

@@ -65,6 +65,15 @@ struct Strike {
 };
 std::optional<Strike> strikeOf(const Bytes& data);
 
+/// A glyph as it lies in the strip of a strike: all rows from the ascent to the descent.
+struct StrikeGlyph {
+    Bits bits;
+    Int left = 0;     ///< from the pen to the first column of `bits`
+    Int advance = -1; ///< -1 if there is no glyph
+};
+/// One for each code from 0 to 255; damaged bytes give empty ones.
+std::vector<StrikeGlyph> strikeGlyphs(const Bytes& data);
+
 /// The frame of an item of a `DITL`.
 struct Item {
     Int type = 0;

@@ -39,33 +39,6 @@ Int cellWidth(const SheetPicture& picture) { return std::max(picture.bits.width,
 
 // Strikes.
 
-/// One glyph as it lies in the strip of a strike. `advance` is -1 if there is none.
-struct StrikeGlyph {
-    Bits bits;
-    Int left = 0, advance = -1;
-};
-
-std::vector<StrikeGlyph> glyphsOf(const Bytes& data, const Strike& strike)
-{
-    const Block b(data);
-    constexpr Int kHeader = 26;
-    const Int kern = b.s16(8), height = b.s16(14), rowBytes = 2 * b.s16(24), locations = kHeader + height * rowBytes;
-    const Int offsets = locations + 2 * (strike.last - strike.first + 3);
-    std::vector<StrikeGlyph> glyphs(256);
-    if (height <= 0 || rowBytes <= 0 || I(data.size()) < offsets + 2 * (strike.last - strike.first + 2))
-        return glyphs;
-    const Bits strip = bitsFrom(std::span(data).subspan(kHeader), rowBytes, height, rowBytes * 8);
-    for (Int code = std::max<Int>(strike.first, 0); code <= std::min<Int>(strike.last, 255); ++code) {
-        if (!strike.has(code))
-            continue;
-        const Int at = 2 * (code - strike.first), left = b.u16(locations + at), right = b.u16(locations + at + 2);
-        if (left > right || right > strip.width)
-            continue;
-        glyphs[static_cast<std::size_t>(code)] = {strip.part({0, left, height, right}), kern + b.u8(offsets + at), b.u8(offsets + at + 1)};
-    }
-    return glyphs;
-}
-
 /// Draws text with its pen at `h`. @return Where the pen ends.
 Int paintText(Bits& out, const std::vector<StrikeGlyph>& glyphs, std::span<const std::uint8_t> text, Int top, Int h, bool bold)
 {
@@ -90,7 +63,7 @@ Bits specimen(const Bytes& data)
     const auto strike = strikeOf(data);
     if (!strike || strike->ascent + strike->descent <= 0)
         return {};
-    const std::vector<StrikeGlyph> glyphs = glyphsOf(data, *strike);
+    const std::vector<StrikeGlyph> glyphs = strikeGlyphs(data);
     Int widest = 0;
     for (const StrikeGlyph& glyph : glyphs)
         widest = std::max({widest, glyph.advance, glyph.bits.width});
