@@ -5,6 +5,7 @@
 #include "MacToolbox/Host/Input.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include <QActionGroup>
 #include <QApplication>
@@ -94,8 +95,22 @@ void AppDelegate::setScale(Int scale)
     if (window_.isFullScreen() || window_.isMaximized())
         window_.showNormal();
     const QSize size = view_->sizeFor(scale);
-    const int bar = window_.menuBar()->heightForWidth(size.width());
-    window_.resize(size + QSize(0, bar > 0 ? bar : window_.menuBar()->sizeHint().height()));
+    window_.resize(size + QSize(0, fitMenuBar()));
+}
+
+/// Gives the menu bar a height of whole device pixels, so that the picture below begins on one. @return The height.
+int AppDelegate::fitMenuBar()
+{
+    constexpr int kMostMore = 8;
+    QMenuBar& bar = *window_.menuBar();
+    const double ratio = window_.devicePixelRatioF();
+    const auto isWhole = [ratio](int height) { return std::abs(height * ratio - std::round(height * ratio)) < 0.01; };
+    const int natural = bar.sizeHint().height();
+    int height = natural;
+    while (!isWhole(height) && height < natural + kMostMore)
+        ++height;
+    bar.setFixedHeight(height);
+    return height;
 }
 
 void AppDelegate::toggleFullScreen()

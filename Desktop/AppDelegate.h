@@ -35,6 +35,7 @@ protected:
 
 private:
     bool takeHostKey(const QKeyEvent& event);
+    int fitMenuBar();
     void makeWindowMenu();
     void aboutToShowWindowMenu();
     Int currentScale() const;

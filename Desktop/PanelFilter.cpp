@@ -50,6 +50,7 @@ bool PanelFilter::lessThan(const QModelIndex& left, const QModelIndex& right) co
 
 FilePanel::FilePanel(QWidget* window, const PanelRequest& request, Done done)
     : QFileDialog(window)
+    , accepts_(request.accepts)
 {
     forgetHistory();
     QDir().mkpath(QString::fromStdString(request.folder));
@@ -65,8 +66,11 @@ FilePanel::FilePanel(QWidget* window, const PanelRequest& request, Done done)
     setDirectory(QString::fromStdString(request.folder));
     setHistory({});
     const QString prompt = QString::fromStdString(request.prompt);
-    setWindowTitle(!prompt.isEmpty() ? prompt : request.saving ? "Save" : "Open");
-    setAccessibleName(windowTitle());
+    setWindowTitle(request.saving ? "Save" : "Open");
+    setAccessibleName(prompt.isEmpty() ? windowTitle() : prompt);
+    for (const char* const choiceOfTypes : {"fileTypeLabel", "fileTypeCombo"})
+        if (auto* const widget = findChild<QWidget*>(choiceOfTypes))
+            widget->hide();
     if (request.saving) {
         if (!prompt.isEmpty())
             setLabelText(FileName, prompt);
@@ -101,14 +105,17 @@ void FilePanel::accept()
 {
     const QStringList files = selectedFiles();
     const QFileInfo info(files.isEmpty() ? QString() : files.front());
-    if (acceptMode() == AcceptSave && !info.isDir())
-        if (const QString why = refusal(info.fileName()); !why.isEmpty()) {
-            auto* const box = new QMessageBox(QMessageBox::Information, windowTitle(), why, QMessageBox::Ok, this);
-            box->setAttribute(Qt::WA_DeleteOnClose);
-            box->open();
-            return;
-        }
-    QFileDialog::accept();
+    QString why;
+    if (acceptMode() == AcceptSave && !info.isDir()) {
+        why = refusal(info.fileName());
+        if (why.isEmpty() && info.exists() && accepts_ && !accepts_(info.filePath().toStdString()))
+            why = QString("There is a file “%1” of another kind. Please choose another name.").arg(info.fileName());
+    }
+    if (why.isEmpty())
+        return QFileDialog::accept();
+    auto* const box = new QMessageBox(QMessageBox::Information, windowTitle(), why, QMessageBox::Ok, this);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->open();
 }
 
 } // namespace Desktop

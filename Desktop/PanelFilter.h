@@ -34,6 +34,9 @@ public:
 
 protected:
     void accept() override;
+
+private:
+    std::function<bool(const std::string&)> accepts_; // the files that may be chosen or replaced; empty: all
 };
 
 } // namespace Desktop

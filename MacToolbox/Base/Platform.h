@@ -27,7 +27,7 @@ struct PanelRequest {
     std::string prompt;                                    ///< UTF-8; save panel
     std::string name;                                      ///< UTF-8; the proposed name of a save panel
     std::string folder;                                    ///< where the panel starts
-    std::function<bool(const std::string& path)> accepts;  ///< open panel: which regular files show; nil shows all
+    std::function<bool(const std::string& path)> accepts;  ///< which regular files show, and may be replaced; nil: all
 };
 
 /// What the Toolbox asks of the machine. One object lives through the run; `current()` gives it.

@@ -49,12 +49,14 @@ void SFGetFile(Point, const Str255&, const FileFilterProc& fileFilter, Int numTy
     reply.fName = name;
 }
 
-void SFPutFile(Point, const Str255& prompt, const Str255& origName, std::nullptr_t, SFReply& reply)
+void SFPutFile(Point, const Str255& prompt, const Str255& origName, std::nullptr_t, SFReply& reply, OSType kind)
 {
     PanelRequest request;
     request.saving = true;
     request.prompt = string(prompt);
     request.name = string(origName);
+    if (kind != 0)
+        request.accepts = [kind](const std::string& path) { return HostFiles::finderInfo(path).fdType == kind; };
     request.folder = HostFiles::dataFolder();
     const Answer path = ask(request);
     reply = SFReply{};

@@ -26,6 +26,9 @@ void SFGetFile(Point where, const Str255& prompt, const FileFilterProc& fileFilt
     const std::vector<OSType>& typeList, std::nullptr_t dlgHook, SFReply& reply);
 
 /// Asks where to save; the file may exist. The name has at most 63 characters. Answers as `SFGetFile`. Game thread.
-void SFPutFile(Point where, const Str255& prompt, const Str255& origName, std::nullptr_t dlgHook, SFReply& reply);
+/// @param kind  The type that the file is to have: a panel shows files of that type alone, and lets no other be replaced.
+///              0: any.
+void SFPutFile(
+    Point where, const Str255& prompt, const Str255& origName, std::nullptr_t dlgHook, SFReply& reply, OSType kind = 0);
 
 } // namespace MacToolbox

@@ -70,7 +70,7 @@ OSErr writeFile(const SFReply& reply)
 void ExportLog()
 {
     SFReply reply;
-    SFPutFile(panelCorner(), pstr("Export log to:"), pstr("Trail Log"), nullptr, reply);
+    SFPutFile(panelCorner(), pstr("Export log to:"), pstr("Trail Log"), nullptr, reply, os("TEXT"));
     if (!reply.good)
         return;
     HostFiles::Replacement whole(reply.vRefNum, 0, reply.fName);

@@ -56,7 +56,7 @@ bool isNoSavedGame(OSType type, const Str255&) { return type != kSaveType && typ
 GameFile askSaveName()
 {
     SFReply reply;
-    SFPutFile(panelCorner(kSaveDialog, "SaveGameGetRes"), pstr("Save current game as:"), gSaveFile.name, nullptr, reply);
+    SFPutFile(panelCorner(kSaveDialog, "SaveGameGetRes"), pstr("Save current game as:"), gSaveFile.name, nullptr, reply, kSaveType);
     return fileOf(reply);
 }
 
@@ -246,7 +246,9 @@ void LoadGame()
         OpenPanel(ResumePanel);
         return;
     }
-    WagonOf(gTrain, gMySlot).node = gMyID;
+    if (UsedSlots(gTrain) > 1 || &WagonOf(gTrain, gMySlot) != &gTrain.wagon[0])
+        KeepOneWagon(gTrain, gMySlot); // a broadcast carries the first wagon alone
+    gTrain.wagon[0].node = gMyID;
     gLoaded = gResumed = true;
     gLoadedTrain = false;
     StandStill();
