@@ -1,7 +1,7 @@
 """The seven animals of the hunt, facing right: how they go, fall and lie."""
 import math
 
-from ink import at, points, Sprite, spline
+from ink import at, points, spline, Sprite
 
 def turned(pts, deg, cx, cy, dx=0, dy=0):
     """The points, turned about (cx, cy) and moved."""

@@ -4,30 +4,28 @@ import random
 
 import numpy as np
 
-from ink import Canvas, arc, at, points, shifted, spline
+from ink import arc, at, points, shifted, spline
 
-def cloud(c, x, y, w, h=10, seed=1, base=False):
-    """An open cloud: bumps along the top, nothing beneath."""
+def cloud(c, x, y, w, h=10, seed=1):
+    """An open cloud: one outline along its bumps, a curl or two inside, nothing beneath."""
     r = random.Random(seed)
     n = max(3, int(w / 11))
-    px_ = x
-    xs = [0]
-    for i in range(n):
-        xs.append(xs[-1] + r.uniform(.7, 1.3))
-    tot = xs[-1]
-    for i in range(n):
-        a, b = x + w * xs[i] / tot, x + w * xs[i + 1] / tot
-        t = ((a + b) / 2 - x) / w
-        ht = h * (0.35 + 0.65 * math.sin(math.pi * t))
-        base_y = y - ht * .55
-        lo0 = 170 if i else 180
-        lo1 = 380 if i < n - 1 else 360
-        pts = arc((a + b) / 2, base_y, (b - a) / 2 * 1.12, ht * .55, lo0, lo1, 12)
-        if i == 0:
-            pts = [(a - 3, y)] + pts
-        if i == n - 1:
-            pts = pts + [(b + 4, y)]
-        c.lines(pts)
+    steps = [r.uniform(.7, 1.3) for _ in range(n)]
+    left, puffs, mass = x, [], np.zeros((c.h, c.w), bool)
+    for step in steps:
+        wide = w * step / sum(steps)
+        high = h * (.35 + .65 * math.sin(math.pi * (left + wide / 2 - x) / w))
+        puffs.append((left + wide / 2, y - high * .5, wide * .62, high * .5))
+        mass |= c.mell(*puffs[-1])
+        left += wide
+    mass &= np.indices(mass.shape)[0] <= y
+    rim = mass & ~(shifted(mass, 1, 0, True) & shifted(mass, -1, 0, True) & shifted(mass, 0, 1, True))
+    c.ink(mass, 0)
+    c.ink(rim)
+    for cx, cy, rx, ry in puffs[1:-1:2]:
+        if ry > 3: c.lines(arc(cx - rx * .1, cy + ry * .3, rx * .6, ry * .7, 190, 300))
+    c.lines([(x - 4, y), (x, y)])
+    c.lines([(x + w, y), (x + w + 4, y)])
 
 def tree(c, x, y, h, kind='round', seed=1, tone='w'):
     """Trees by kind: round, willow, fir, larch, birch, rowan, poplar. y ground row."""
@@ -116,7 +114,13 @@ def tree(c, x, y, h, kind='round', seed=1, tone='w'):
         c.shade(m & c.mrect(x, 0, c.w, c.h), '/')
 
 def crown(c, cx, cy, rx, ry, r, tone='w', lobes=None):
-    """A leafy mass: scalloped outline, inner scallops on the lit side, hatching on the right and below."""
+    """A leafy mass: scalloped outline, inner scallops on the lit side, shade on the right and below. A great one is made of
+    many, the far ones first."""
+    if rx > 40:
+        clumps = [(cx + math.cos(k * 2.4) * rx * .66 * q, cy + math.sin(k * 2.4) * ry * .58 * q)
+                  for k in range(15) for q in [math.sqrt((k + .5) / 15)]]
+        for px, py in sorted(clumps, key=lambda p: p[1]): crown(c, px, py, rx * .36, ry * .44, r, tone)
+        return None
     n = lobes or max(6, int((rx + ry) / 3.2))
     m = c.mell(cx, cy, rx * .8, ry * .8)
     q = []
@@ -130,8 +134,15 @@ def crown(c, cx, cy, rx, ry, r, tone='w', lobes=None):
     yy, xx = np.indices(m.shape)
     g = (xx - cx) / rx * .8 + (yy - cy) / ry
     if rx > 14:
-        c.shade(inner & (g > .15), '/')
-        c.shade(inner & (g > .62), 'x')
+        shadow = g > .62
+        for qx, qy, lr in q:
+            shadow |= c.mell(qx, qy, lr) & ~c.mell(qx - lr * .5, qy - lr * .55, lr) & (g > -.3)
+        for k in range(int(rx * ry / 24)):
+            a, f = k * 2.4, math.sqrt((k + .5) / (rx * ry / 24)) * .62
+            qx, qy, lr = cx + math.cos(a) * rx * f, cy + math.sin(a) * ry * f, (rx + ry) * .085
+            shadow |= c.mell(qx, qy, lr) & ~c.mell(qx - lr * .5, qy - lr * .6, lr) & (g > .1)
+        c.shade(inner & shadow, '50')
+        c.shade(inner & shadow & (g > .75), '75')
     else:
         c.shade(inner & (g > .25), '50')
     cl = c.clip; c.clip = inner if cl is None else cl & inner
@@ -311,30 +322,29 @@ def courses(c, m, ph=4, bw=7, seed=1, p=.55):
 def plume(c, x, y, h, lean=-10, w0=2, w1=9, seed=0):
     """Steam: puffs that grow and drift, lit from the left, open at the top."""
     r = random.Random(seed * 7 + 3)
-    n = max(5, int(h / 4.2))
-    q = []
+    n = max(6, int(h / 3))
+    puffs = []
     for i in range(n):
         t = i / (n - 1)
-        rad = (w0 + (w1 - w0) * t ** .8) * .5 * r.uniform(.85, 1.12)
-        q.append((x + lean * t * t + math.sin(i * 1.9 + seed) * w1 * .10 * (t + .2), y - h * t, max(1.2, rad), t))
+        rad = (w0 + (w1 - w0) * t ** .8) * .5
+        side = (1 if i % 2 else -1) * rad * .34
+        puffs.append((x + lean * t * t + side, y - h * t, max(1.2, rad * r.uniform(.8, 1.1))))
     m = np.zeros((c.h, c.w), bool)
-    for X, Y, R, t in q: m |= c.mell(X, Y, R, R * .92)
-    for (X, Y, R, t), (X2, Y2, R2, t2) in zip(q, q[1:]):
-        m |= c.mpoly([(X - R * .8, Y), (X + R * .8, Y), (X2 + R2 * .8, Y2), (X2 - R2 * .8, Y2)])
-    t_ = c.tone('w'); c.a[m] = 0; c.touch |= m
+    for px, py, rad in puffs: m |= c.mell(px, py, rad, rad * .9)
+    for (ax, ay, ar), (bx, by, br) in zip(puffs, puffs[1:]):
+        m |= c.mpoly([(ax - ar * .7, ay), (ax + ar * .7, ay), (bx + br * .7, by), (bx - br * .7, by)])
+    c.ink(m, 0)
     yy, xx = np.indices(m.shape)
     top = y - h
-    if w1 > 8: c.shade(m & ~shifted(m, -max(1, int(w1 * .16)), 0, True) & (yy > top + h * .1), '50')
-    c.shade(m & (yy < y - h * .25), 'mist')
+    if w1 > 8: c.shade(m & ~shifted(m, -max(1, int(w1 * .2)), -1, True) & (yy > top + h * .1), '25')
     e = c.edge(m)
-    left = e & ~shifted(m, 1, 0, True)
-    gone = (yy < top + h * .16)
-    brk = ((xx + yy * 3 + seed) % 7 < 2) & left
-    c.ink(e & ~gone & ~brk)
+    gone = yy < top + h * .12
+    c.ink(e & ~gone & ~(((xx + yy * 3 + seed) % 7 < 2) & ~shifted(m, 1, 0, True)))
     c.ink(e & gone & ((xx + yy) % 3 == 0))
-    cl = c.clip; c.clip = m & ~e if cl is None else cl & m & ~e
-    for X, Y, R, t in q[1:-1:2]:
-        if R > 2.6: c.lines(arc(X - R * .1, Y, R * .62, R * .55, 190, 320))
+    cl = c.clip
+    c.clip = m & ~e if cl is None else cl & m & ~e
+    for px, py, rad in puffs[3:-1:4]:
+        if rad > 3: c.lines(arc(px, py, rad * .8, rad * .7, 200, 300))
     c.clip = cl
 
 def ground(c, pts, tone='w', edge=1):

@@ -4,7 +4,7 @@ import random
 
 import numpy as np
 
-from country import cloud, dark_grass, ground, tree
+from country import cloud, dark_grass, tree
 from figures import ox, person, wain, wheel
 from ink import arc, at, spline, Sprite
 

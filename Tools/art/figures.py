@@ -3,7 +3,7 @@ import math
 
 import numpy as np
 
-from ink import Canvas, arc, at, points, shifted, spline
+from ink import at, Canvas, points, shifted, spline
 
 def person(c, x, y, h=22, f=-1, hat='broad', top='w', legs='k', skirt=False, arm=((1.8, 12.3), (3.6, 9.6)), arm2=None,
         lean=0, tool=None, back=False, apron=False, stride=1.6, braid=False, bend=0):
@@ -146,10 +146,9 @@ def wain(c, x, y, w, h, ang=0, lantern=True, hoops=5, tone='w', wheels=True, ope
     elif h > 18:
         c.line(X(.09), Y(.62), X(.93), Y(.62))
     # tilt
-    T = spline([(X(.10), Y(.50)), (X(.045), Y(.30)), (X(.0), Y(.10)), (X(.03), Y(.065)), (X(.25), Y(.04)),
-        (X(.5), Y(.055)), (X(.75), Y(.03)), (X(.965), Y(.0)), (X(1.0), Y(.05)), (X(.965), Y(.28)), (X(.93), Y(.50))],
-        n=6)
-    m = c.poly(T, tone, heavy=1 if big else 0)
+    tilt = [(X(a), Y(b)) for a, b in points('.1,.5 .045,.3 0,.08 .02,.03 .12,.05 .3,.085 .5,.1 .7,.075 .88,.02 .965,0 1,.04 '
+                                         '.965,.28 .93,.5')]
+    m = c.poly(spline(tilt, n=6), tone, heavy=1 if big else 0)
     for i in range(hoops):
         t = (i + .5) / hoops
         a0 = X(.07 + .86 * t); top = X(.035 + .93 * t)
@@ -181,9 +180,73 @@ def wain(c, x, y, w, h, ang=0, lantern=True, hoops=5, tone='w', wheels=True, ope
             c.art(int(lx) - 1, int(ly), ["###", "#.#", "###"])
     return c
 
+# Oxen too small for drawn curves, set by hand: the widest that fits is taken.
+SMALL_OXEN = [text.split() for text in ("""
+__#___#_______________________
+_##___##______________________
+_##____##_____________________
+__##__##____####______________
+___#####__###..####____#####__
+__##...####.......######...##_
+__#.....##..................##
+_##.#...##..................##
+_#......#...................##
+##.....##...................##
+#....###...................#_#
+#.##.#_#...................#_#
+_####__##..................#_#
+________##...............##_##
+________#.##########....##__##
+________#.#_#_______#_#..#____
+________#.#_#_______#_#_#.#___
+________###_##_____##_####____
+""", """
+_#__#_________________
+_##_##________________
+__####__####__________
+__#..####..########___
+_##...#...........##__
+_#.#..#............##_
+#.....#............#_#
+#..####............#_#
+####_##...........##_#
+______#.########..#__#
+______##_#____#_###___
+______##_#____#__##___
+______##_##___##_##___
+""", """
+_#_#__________
+_####_###_____
+_#..##..#####_
+##.#........##
+#..#........##
+####.......#_#
+____#.###.##__
+____##_#_#_#__
+____##_#_#_#__
+""", """
+#_#_______
+###_#####_
+#.##.....#
+###......#
+__#.###.#_
+__#_#_#_#_
+""")]
+
+def small_ox(c, x, y, w, tone, f, yoke):
+    rows = next((art for art in SMALL_OXEN if len(art[0]) <= w + 2), SMALL_OXEN[-1])
+    wide, high = len(rows[0]), len(rows)
+    coat = c.tone(tone)
+    for j, row in enumerate(rows):
+        for i, ch in enumerate(row if f < 0 else row[::-1]):
+            px, py = int(x) + i, int(y) - high + j
+            if ch != '_' and 0 <= px < c.w and 0 <= py < c.h: c.px(px, py, 1 if ch == '#' else coat[py, px])
+    if yoke and wide > 20: c.line(x + wide * .36, y - high, x + wide * .36, y - high * .7)
+
 def ox(c, x, y, w=36, h=22, tone='w', f=-1, phase=0, bell=False, shade='25', yoke=False, lying=False, headdown=0,
         tail=0, eye=True):
     """An ox facing left; x left edge, y ground row. phase 0 stands, 1..4 walk."""
+    if w < 32 and not (phase or lying): return small_ox(c, x, y, w, tone, f, yoke)
     sx, sy = w / 70.0, h / 44.0
     s_ = (sx + sy) / 2
     def P(px_, py_):

@@ -4,7 +4,7 @@ import random
 import numpy as np
 
 from country import crown, tree
-from figures import bird, ox
+from figures import bird
 from ink import at, Canvas, shifted, spline
 
 def team(c, y0, cx, k=.62):

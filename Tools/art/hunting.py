@@ -4,7 +4,7 @@ import random
 
 import numpy as np
 
-from country import bush, crown, dark_grass, ground, tree
+from country import bush, crown, dark_grass
 from ink import at, Canvas, maskof, shifted, spline, Sprite
 
 def ground_():

@@ -4,7 +4,7 @@ import random
 
 import numpy as np
 
-from country import cloud, courses, crown, front_tufts, ground, plume, stars, stones, tree
+from country import cloud, courses, crown, front_tufts, ground, plume, stars, stones
 from figures import halo, ox, person, wain, wheel
 from ink import arc, at, spline
 from landmark import H, P, W

@@ -5,8 +5,8 @@ import random
 import numpy as np
 
 from country import cloud, courses, front_tufts, ground, stones, thatch, tree
-from figures import bird, halo, ox, person, tent, tiny, wain, wheel
-from ink import arc, at, spline
+from figures import bird, halo, ox, person, tent, tiny, wain
+from ink import arc, at, points, spline
 from landmark import H, P, W
 
 def lanthorn():
@@ -51,11 +51,21 @@ def lanthorn():
     c.line(33, 28, 33, 23); c.line(33, 28, 36, 29)
     arch = c.mpoly([(24, 100), (24, 62)] + arc(33, 60, 9, 12, 180, 360) + [(42, 100)])
     c.put(arch, 'w'); c.shade(arch & c.mrect(24, 0, 30, 100), '75'); c.curve('26,78 34,76 42,77')
+    # the ruts of the road, and the wains' shadows on it
+    for o in (0, 9):
+        c.curve([(44 + o, 98 + o * .3), (90, 98 + o), (150, 112 + o), (210, 136 + o), (268, 146 + o)], dash=(1, 1, 1, 0, 1, 0, 0))
+    for x, y, w in points('76,86,26 112,94,34 160,108,46 216,136,64'):
+        c.shade(c.mpoly(at(x, y, '0,-2 1,-2 1.15,2 .1,2', w, 1)), '\\')
     # four wains in a queue, nearest at the right
-    wain(c, 70, 86, 26, 19, lantern=False); ox(c, 58, 86, 14, 9)
-    wain(c, 104, 94, 34, 26, lantern=False); ox(c, 88, 94, 20, 12, yoke=True)
-    wain(c, 152, 108, 46, 34); ox(c, 126, 108, 28, 17, yoke=True); c.clip = None
-    wain(c, 206, 136, 64, 48, ang=12); ox(c, 166, 137, 38, 24, yoke=True, bell=True)
+    def team(wx, wy, w, h, ox_x, ox_w, ox_h, **more):
+        halo(c, lambda d: wain(d, wx, wy, w, h, **more))
+        halo(c, lambda d: ox(d, ox_x, wy, ox_w, ox_h, yoke=True, bell=w > 60))
+        c.line(ox_x + ox_w - 2, wy - ox_h * .5, wx + w * .1, wy - h * .25)
+    team(70, 86, 26, 19, 54, 14, 9, lantern=False)
+    team(108, 95, 34, 26, 86, 20, 12, lantern=False)
+    team(154, 109, 46, 34, 126, 28, 17)
+    team(206, 136, 64, 48, 166, 38, 24, ang=12)
+    for x, y in points('70,104 80,112 118,118 132,130 150,140 64,118 188,148 10,116 30,106 176,122'): c.tuft(x, y, 3, 4, -1)
     # foreground: child asleep on flour sacks; a woman chalking prices
     for x, y in ((88, 150), (108, 152), (98, 141)):
         m = c.blob(at(x, y, '-10,0 -12,-8 -6,-12 5,-12 11,-7 10,0'), 'w', heavy=1); c.line(x - 5, y - 11, x - 2, y - 9)

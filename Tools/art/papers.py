@@ -3,7 +3,7 @@ import math
 import random
 
 from country import courses
-from ink import arc, at, Canvas, spline
+from ink import arc, Canvas, spline
 
 def letter():
     """The inked door in the corner of the letter, with a deckle edge and a seal."""

@@ -3,7 +3,6 @@ import math
 import random
 
 from country import planks
-from figures import ox, wain
 from ink import arc, at, Canvas, spline
 
 PW, PH = 72, 88

@@ -5,7 +5,6 @@ import random
 import numpy as np
 
 from country import planks, rope_ring
-from figures import ox
 from ink import arc, at, Canvas, spline
 
 def party():

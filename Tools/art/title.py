@@ -4,7 +4,7 @@ import random
 
 import numpy as np
 
-from country import dark_grass, ground, planks, tufts_on
+from country import dark_grass, planks, tufts_on
 from figures import halo, ox, tent, wain, wheel
 from ink import arc, at, Canvas, shifted, spline
 

@@ -4,7 +4,7 @@ import random
 
 import numpy as np
 
-from figures import wain, wheel
+from figures import wheel
 from ink import arc, at, Canvas, spline
 from lettering import say
 

@@ -4,37 +4,43 @@ import random
 
 import numpy as np
 
-from country import cloud, ground
-from figures import bird, ox, wain
+from country import cloud
+from figures import bird, wain
 from ink import at, Canvas, spline
 
-PAIR = """
-_#___#__#___________________
-_##__##_##__________________
-_###__####____________###___
-###__#...#############..#___
-###_#.#................#.#__
-###_#...................#.#_
-###_#....#..............#_#_
-_#__####.#..............#_##
-________#..............#__##
-________##.....###.....#____
-_________######___#####_____
-"""
+OX = """
+__#_____________________
+_#___#__________________
+_##_##____###___________
+__####_###...########___
+_#...##.............##__
+#.#..#...............##_
+#....#...............#.#
+##.###..............##_#
+_####_####.......####__#
+_________#########______
+""".split()
+# A leg through the four steps, row by row from the belly: reaching, bearing, pushing off, lifted.
+LEGS = ((0, -1, -2, -3, -3), (0, 0, 0, 0, 0), (0, 1, 2, 3, 4), (0, -1, -1, 0))
 
-def pair(c, x, y, phase):
-    """The leading pair, 28 by 14: the off ox dark and a head ahead, the near ox white with its bell; four steps."""
-    F, B, V, UP = [(0, 0), (1, -1), (2, -2), (3, -3)], [(0, 0), (1, 1), (2, 2), (3, 3)], [(0, 0), (1, 0), (2, 0),
-        (3, 0)], [(0, 0), (1, -1), (2, -1)]
-    near = {0: (F, B), 1: (V, UP), 2: (B, F), 3: (UP, V)}[phase]
-    far = {0: (B, F), 1: (UP, V), 2: (F, B), 3: (V, UP)}[phase]; top = y - 14
-    for lx, pat in ((12, far[0]), (19, far[1])):
-        for r_, dx in pat: c.px(x + lx + dx, top + 10 + r_)
-    c.art(x, top, PAIR.strip('\n').split('\n'))
-    for lx, pat in ((10, near[0]), (21, near[1])):
-        for r_, dx in pat:
-            c.px(x + lx + dx, top + 10 + r_); c.px(x + lx + dx + 1, top + 10 + r_)
-    c.art(x + 7 + (0, -1, 0, -1)[phase], top + 9, ["##", "##"])
+def pair(c, x, y, step):
+    """The leading pair, 30 by 14: the off ox dark and a head ahead, the near ox white with its bell; heads nod."""
+    top, nod = y - 14, step % 2
+
+    def leg(column, k, width):
+        for row, dx in enumerate(LEGS[k % 4]): c.a[top + 9 + row, x + column + dx:x + column + dx + width] = 1
+
+    def coat(dx, solid, ink):
+        """Paints one ox where its shape is solid, or draws its lines."""
+        for row, line in enumerate(OX):
+            for column, ch in enumerate(line):
+                if ch == '#' or (ch == '.' and solid): c.px(x + dx + column, top + row + (nod if column < 7 else 0), ink)
+    leg(8, step + 2, 1); leg(18, step, 1); leg(14, step + 2, 1); leg(22, step, 1)
+    coat(0, True, 1); c.px(x + 2, top + 5 + nod, 0)
+    for dx in (4, 5, 6): coat(dx, True, 0)
+    coat(6, False, 1)
+    leg(15, step, 2); leg(24, step + 3, 2)
+    c.art(x + 10 + (0, 1, 0, -1)[step], top + 9 + nod, ['##', '##'])
 
 def scene():
     F = {}
@@ -74,9 +80,9 @@ def scene():
         c = Canvas(68, 27, 256, 54); c.closed = True; y = 27; wain(c, 28, y, 40, 26, ang=p * 11.25, hoops=5)
         pair(c, 0, y, p)
         # the yoke
-        c.line(11, y - 13, 11, y - 10); c.line(12, y - 12, 12, y - 10)
+        c.line(13, y - 13, 13, y - 11); c.line(14, y - 13, 14, y - 12)
         # the pole
-        c.line(27, y - 7, 33, y - 6); F[3 + p] = c
+        c.line(29, y - 7, 33, y - 6); F[3 + p] = c
     return F
 
 

@@ -2,7 +2,6 @@
 import math
 import random
 
-from country import cloud, ground
 from figures import wain
 from ink import arc, Canvas, spline
 
