@@ -1,5 +1,8 @@
 // A game that is measured from outside: it prints what it has found, in milliseconds, and ends.
-// usage: bench_game start SINCE | letter SINCE      SINCE is the steady clock at its start, in nanoseconds
+// usage: bench_game MEASURE SINCE      SINCE is the steady clock at its start, in nanoseconds; MEASURE is start, letter, or
+// one of those in Scenes.h
+
+#include "Bench/Scenes.h"
 
 #include "MacToolbox/App/Governor.h"
 #include "MacToolbox/App/ScriptHost.h"
@@ -81,6 +84,10 @@ int main(int count, char** arguments)
 {
     if (count < 3)
         return 2;
+    if (const auto measure = measureOf(arguments[1])) {
+        measure();
+        return 0;
+    }
     if (std::string_view(arguments[1]) == "start")
         tellStart(std::atoll(arguments[2]));
     else

@@ -157,6 +157,16 @@ void reportProgram()
     row("key in a name field to its letter: median, 95th percentile", "0.5 ms, 2 ms", Game("letter", demonstrationTo(kToName)).numbers(), "ms");
     reportRest("the animated title", "2 %", "wait 4");
     reportRest("the standing trail", "1 %", demonstrationTo(kToTrail));
+
+    std::printf("\n| played under the manual clock | measured | goal |\n|---|---|---|\n");
+    for (const auto& [name, measure] : {std::pair{"sprite_frame_hunt", "hunt"}, {"sprite_frame_raft", "raft"},
+             {"sprite_frame_crossing", "crossing"}, {"journal_scroll", "scroll"}})
+        row((std::string(name) + ": median, 95th percentile").c_str(), "0.3 ms", Game(measure, "").numbers(), "ms");
+    std::vector<double> journey = Game("journey", "").numbers();
+    journey.resize(2, -1);
+    row("a journey from the title to the legends", "3 s", {journey[0]}, "s");
+    row("resident memory grows on a journey by", "1 MiB", {journey[1]}, "MiB");
+    row("from the start-up sound's end to the title", "2 ticks", Game("tune", "").numbers(), "ticks");
 }
 
 } // namespace peers

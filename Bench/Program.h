@@ -2,8 +2,9 @@
 
 namespace peers {
 
-/// Measures the whole game in processes of its own, headless and in real time (about a minute and a half), and prints a
-/// table: start, latency of a key, processor and memory at rest.
+/// Measures the whole game in processes of its own, and prints two tables. Headless and in real time (about a minute and a
+/// half): start, latency of a key, processor and memory at rest. Under the manual clock: frames of the animated scenes, the
+/// journal's scrolling, a whole journey, the growth of memory on it, and the start-up sound.
 void reportProgram();
 
 } // namespace peers
