@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
+#include <utility>
 
 namespace Harness {
 
@@ -75,6 +76,12 @@ bool GameRun::runToEnd(Int mostTicks)
     return !running();
 }
 
+bool GameRun::call(std::function<void()> work, Int ticks)
+{
+    call_ = std::move(work);
+    return advance(ticks);
+}
+
 bool GameRun::play(std::string_view script)
 {
     const auto player = std::make_shared<Script>(std::string(script), outFolder());
@@ -108,6 +115,8 @@ void GameRun::letRun(Nanos until, std::function<bool()> condition)
 /// On the game's thread: stops here if the turn is over.
 void GameRun::onYield()
 {
+    if (const auto work = std::exchange(call_, nullptr))
+        work(); // it may yield in turn
     held_ = condition_ && condition_();
     if (held_ || machine_.clock.time() >= until_) {
         std::unique_lock lock(mutex_);

@@ -54,6 +54,9 @@ public:
     /// Lets the game run to its end. @return False if it did not end in that time.
     bool runToEnd(Int mostTicks = kPatience);
 
+    /// Runs `work` on the game's thread, inside the event call where it stands, for at most that many ticks: what has not
+    /// returned by then, a dialog for one, goes on with the next call. @return True if the game still runs.
+    bool call(std::function<void()> work, Int ticks);
     /// Plays lines of a script from now on, and runs until the last one and its wait are over.
     /// @return True if the game still runs.
     bool play(std::string_view script);
@@ -88,6 +91,7 @@ private:
     bool abandoned_ = false;
     MacToolbox::Nanos until_ = 0;
     std::function<bool()> condition_;
+    std::function<void()> call_;
     bool held_ = false; // the condition did
     std::thread thread_;
 };

@@ -47,6 +47,7 @@ void Initialize()
     }
     gPrefersColor = false;
     PanelsInit();
+    drawBehindDialog() = UpdateRoot;
     MessagesInit();
     OpenGameWindow();
     FindLaunchFiles();

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "MacToolbox/QuickDraw/QuickDraw.h"
+#include "MacToolbox/QuickDraw/Fonts.h"
 #include "Wainroad/Frame/Panels.h"
 
 namespace Wainroad {
@@ -21,5 +21,12 @@ public:
 private:
     Point old_;
 };
+
+/// Draws a text in the current port, so that it ends at `right`.
+inline void DrawToRight(const Str255& text, Int right, Int baseline)
+{
+    MoveTo(right - StringWidth(text), baseline);
+    DrawString(text);
+}
 
 } // namespace Wainroad

@@ -34,12 +34,6 @@ RunState<PartyState> sShown;
 
 const Wagon& shownWagon() { return WagonOf(gState, sShown->slot); }
 
-void drawToRight(const Str255& text, Int right, Int baseline)
-{
-    MoveTo(right - StringWidth(text), baseline);
-    DrawString(text);
-}
-
 // ---- The party
 
 void takeParty()
@@ -60,18 +54,34 @@ bool partyChanged()
         || !std::equal(wagon.illness.begin(), wagon.illness.begin() + sShown->people, sShown->illness.begin());
 }
 
-void drawMember(const View& item, std::size_t member, Int& baseline)
+/// Cuts a text to a width, with an ellipsis at its end.
+Str255 shortened(Str255 text, Int width)
 {
-    const Int middle = item.r.width() / 2;
+    constexpr std::uint8_t kEllipsis = 201;
+    while (text.size() > 1 && StringWidth(text) > width) {
+        if (text.back() == kEllipsis)
+            text.pop_back();
+        text.back() = kEllipsis;
+        text[0] = static_cast<std::uint8_t>(text.size() - 1);
+    }
+    return text;
+}
+
+/// @param spare  Rows that wide names may still take.
+void drawMember(const View& item, std::size_t member, Int& baseline, Int& spare)
+{
+    const Int middle = item.r.width() / 2, room = middle - 10;
     Str255 name = sShown->names[member];
-    if (StringWidth(name) > middle - 10) {
+    if (StringWidth(name) > room && --spare < 0)
+        name = shortened(name, room);
+    if (StringWidth(name) > room) {
         MoveTo(0, baseline);
         DrawString(name);
         baseline += kRowHeight;
         name = Str255{0};
     }
     PStrAppend(name, pstr(" –"));
-    drawToRight(name, middle, baseline);
+    DrawToRight(name, middle, baseline);
 
     const Int illness = sShown->illness[member];
     const Str255 state = illness == kWell ? ListString(kHealthWords, sShown->health / 35 + 1) : ListString(kIllnessWords, illness + 1);
@@ -131,7 +141,7 @@ void drawGoods(Int slot, Int column)
     const Int baseline = kFirstBaseline + kRowHeight * slot;
     Str255 number;
     NumToCommas(shown, number);
-    drawToRight(number, column, baseline);
+    DrawToRight(number, column, baseline);
     Str255 word = ListString(kGoods, slot + (shown == 1 ? 8 : 1));
     PStrAppend(word, pstr("    ")); // wipes the end of a longer word
     MoveTo(column + 6, baseline);
@@ -146,7 +156,7 @@ void drawMoney(Int column)
     CentsToString(sShown->money, amount);
     StrReplace(amount, std::max<Int>(amount[0] - kCentsLength, 0), kCentsLength, nullptr);
     PStrAppend(text, amount);
-    drawToRight(text, column, baseline);
+    DrawToRight(text, column, baseline);
     MoveTo(column + 6, baseline);
     DrawString(ListString(kMoneyWord, 1));
 }
@@ -230,7 +240,7 @@ void DrawOccupation(View& item)
     const OriginScope origin(item);
     const StyleScope style(kRowStyle);
     const Int middle = item.r.width() / 2;
-    drawToRight(ListString(kOccupations, 9), middle, kFirstBaseline);
+    DrawToRight(ListString(kOccupations, 9), middle, kFirstBaseline);
     MoveTo(middle + 4, kFirstBaseline);
     DrawString(ListString(kOccupations, sShown->occupation));
 }
@@ -240,9 +250,9 @@ void DrawParty(View& item)
     const ViewPortScope port(item);
     const OriginScope origin(item);
     const StyleScope style(kRowStyle);
-    Int baseline = kFirstBaseline;
+    Int baseline = kFirstBaseline, spare = (item.r.height() - kFirstBaseline) / kRowHeight + 1 - sShown->people;
     for (Int member = 0; member < sShown->people; ++member)
-        drawMember(item, static_cast<std::size_t>(member), baseline);
+        drawMember(item, static_cast<std::size_t>(member), baseline, spare);
 }
 
 void DrawSupplies(View& item)

@@ -273,12 +273,6 @@ Int tooManyPanelProc(View& panel, Msg& msg)
 
 // ---- Columns
 
-void drawToRight(const Str255& text, Int right, Int baseline)
-{
-    MoveTo(right - StringWidth(text), baseline);
-    DrawString(text);
-}
-
 void drawCost(const Str255& text, Int row)
 {
     constexpr Int kRight = 52;
@@ -334,7 +328,7 @@ Int priceItemProc(View& item, Msg& msg)
     const StyleScope style(item.style);
     const OriginScope origin(item);
     for (Int slot = 0; slot < kSupplyCount; ++slot)
-        drawToRight(dollars(StorePrice(slot, 1), slot == 0), kRight, kRowBaseline + kRowHeight * slot);
+        DrawToRight(dollars(StorePrice(slot, 1), slot == 0), kRight, kRowBaseline + kRowHeight * slot);
     return 1;
 }
 
@@ -350,7 +344,7 @@ Int haveItemProc(View& item, Msg& msg)
         const Int amount = gFormingShown ? gSupplyLimit[at(slot)] : myWagon().supply[at(slot)];
         Str255 text;
         NumToCommas(inFieldUnits(slot, amount), text);
-        drawToRight(text, kRight, kRowBaseline + kRowHeight * slot);
+        DrawToRight(text, kRight, kRowBaseline + kRowHeight * slot);
     }
     return 1;
 }
