@@ -45,6 +45,8 @@ TEST_F(ImagesTest, EachKindOfRunIsUnpacked)
     EXPECT_EQ(column(3, {code(-66), 1, 2}), (Bytes{1, 2, 1})) << "the second byte of the last pair is dropped";
     EXPECT_EQ(column(4, {2, 5}), (Bytes{5, 0, 0, 0})) << "what is cut off is white";
     EXPECT_EQ(column(2, {}), (Bytes{0, 0}));
+    const BitMap wide = unpack(frameRecord({0, 0, 2, 16}, 2, {4, 0x80, 0x01, 99, 98, 2, 0xFF, 0x0F}));
+    EXPECT_EQ(art(wide), (Rows{"#.......########", ".......#....####"})) << "so is the rest of the bytes as they are";
 }
 
 TEST_F(ImagesTest, ColumnsFollowEachOtherAndThePositionEndsBehindThem)

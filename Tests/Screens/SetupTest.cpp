@@ -38,6 +38,33 @@ TEST(Title, GoesToTheLegendsAndBackByItself)
     EXPECT_TRUE(player.waitFor(TitlePanel, 200));
 }
 
+TEST(Title, ItsPictureTakesNoClicks)
+{
+    GameRun run(Wainroad_main);
+    PanelPlayer player(run);
+    ASSERT_TRUE(player.waitFor(TitlePanel));
+    GetItem(*FindPanel(TitlePanel), 1)->type = kUserItem; // as if the list of items let clicks through
+    run.play("click 256 60\nwait 1");
+    EXPECT_TRUE(player.shows(TitlePanel));
+}
+
+TEST(Month, OfAYearBeyondItsTwelveIsNone)
+{
+    GameRun run(Wainroad_main);
+    PanelPlayer player(run);
+    ASSERT_TRUE(player.toStore("Ann", 0));
+    player.fillStore({});
+    player.click(StorePanel, kBuy);
+    ASSERT_TRUE(player.waitFor(MonthPanel));
+    const GameState before = gTrain;
+    for (const Int item : {11, 40, 32767}) {
+        Msg click{kMsgClick, item, 0, {}};
+        MonthPanel.fn(*FindPanel(MonthPanel), click);
+    }
+    EXPECT_EQ(gTrain, before);
+    EXPECT_EQ(gPlaying, 1);
+}
+
 TEST(Party, ClosesUpOverNamesThatAreLeftOut)
 {
     GameRun run(Wainroad_main);

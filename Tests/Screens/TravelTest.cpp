@@ -1,5 +1,6 @@
 // The travel screen and what hangs on its keys, on the real resource files.
 
+#include "MacToolbox/Managers/Menus.h"
 #include "Tests/Player/PanelPlayer.h"
 #include "Wainroad/Frame/Items.h"
 #include "Wainroad/Game/Wainroad.h"
@@ -23,6 +24,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <fstream>
 
 using namespace Harness;
 using namespace MacToolbox;
@@ -225,6 +227,57 @@ TEST_F(OnTheRoad, ASavedJourneyComesBackAndPlaysOnTheSame)
     EXPECT_EQ(gMySlot, 0);
     setOff();
     EXPECT_TRUE(run.runUntil([&] { return gState.miles > saved.miles; }, 2400));
+}
+
+TEST_F(OnTheRoad, AJourneyOpenedFromTheMenuTakesTheIntroductionAway)
+{
+    const auto introduction = [] { return GetMHandle(1003)->item(1)->enabled; };
+    run.play("file one\nmenu 1001 2\nwait 1");
+    run.choose(1001, 6);
+    ASSERT_TRUE(player.waitFor(ExitPanel, 120));
+    player.click(ExitPanel, 3);
+    ASSERT_TRUE(player.waitFor(TitlePanel, 120));
+    EXPECT_TRUE(introduction());
+    run.play("menu 1001 1\nwait 1"); // no file is chosen
+    EXPECT_TRUE(player.shows(TitlePanel));
+    EXPECT_TRUE(introduction());
+    run.play("file one\nmenu 1001 1\nwait 1");
+    ASSERT_TRUE(player.waitFor(StatusPanel, 300));
+    EXPECT_FALSE(introduction());
+}
+
+TEST_F(OnTheRoad, AWordFromTheLeaderEndsTheJourneyAndTheNamedOneSavesIt)
+{
+    gMessages[0] = {kMessageExit, 0, gMyID, 0};
+    gMessageCount = 1;
+    run.play("file one\nwait 1");
+    EXPECT_TRUE(player.waitFor(TitlePanel, 120));
+    EXPECT_TRUE(std::filesystem::exists(run.dataFolder() + "/one"));
+}
+
+TEST_F(OnTheRoad, OfSeveralWagonsInASavedJourneyTheLastOneIsPlayed)
+{
+    constexpr Int kStateAt = 40, kOrderAt = 0x00A, kSlotsAt = 0x240, kWagonsAt = 0x25C, kMoneyAt = 0x56;
+    run.play("file one\nmenu 1001 2\nwait 1");
+    {
+        std::fstream file(run.dataFolder() + "/one", std::ios::in | std::ios::out | std::ios::binary);
+        const auto put = [&](Int at, char byte) { file.seekp(kStateAt + at).put(byte); };
+        put(kSlotsAt, 2);
+        put(kOrderAt + 1, 3); // the second slot is the fourth wagon
+        put(kWagonsAt + 3 * kWagonBytes + kMoneyAt + 3, 77);
+    }
+    run.choose(1001, 6);
+    ASSERT_TRUE(player.waitFor(ExitPanel, 120));
+    player.click(ExitPanel, 3);
+    ASSERT_TRUE(player.waitFor(TitlePanel, 120));
+    run.play("file one");
+    player.click(TitlePanel, 2);
+    ASSERT_TRUE(player.waitFor(StatusPanel, 300));
+    run.advance(100);
+    EXPECT_EQ(gMySlot, 1);
+    EXPECT_EQ(UsedSlots(gState), 1);
+    EXPECT_EQ(WagonOf(gTrain, 1).money, 77);
+    EXPECT_EQ(WagonOf(gState, 1).money, 77) << "the view is told of it";
 }
 
 TEST(GuidePages, FitThePlace)

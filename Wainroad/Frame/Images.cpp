@@ -31,7 +31,7 @@ static Int unpackColumn(std::span<const std::uint8_t> in, Int at, std::uint8_t* 
         const Int control = static_cast<std::int8_t>(next());
         ++at;
         if (control > 0) {
-            for (Int i = 0; i < control && row < height; ++i, ++at)
+            for (Int i = 0; i < control; ++i, ++at)
                 put(next());
         } else if (control >= -64) {
             if (control == 0)

@@ -36,7 +36,10 @@ static void chooseQuit()
 static void fileCommand(Int item)
 {
     switch (item) {
-    case kFileOpen: LoadGame(); break;
+    case kFileOpen:
+        DisableItem(GetMHandle(kPlayMenu), kPlayIntroduction); // the title brings it back
+        LoadGame();
+        break;
     case kFileSave:
         if ((gState.mode & kModeMoving) != 0)
             OpenPanel(OnlyInTimeOutPanel);

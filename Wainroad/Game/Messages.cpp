@@ -10,6 +10,7 @@
 #include "Wainroad/Screens/Hunt.h"
 #include "Wainroad/Screens/Mourning.h"
 #include "Wainroad/Screens/Raft.h"
+#include "Wainroad/Screens/SaveGame.h"
 #include "Wainroad/Screens/Travel.h"
 #include "Wainroad/Simulation/Lobby.h"
 #include "Wainroad/Simulation/Model.h"
@@ -62,6 +63,14 @@ static void mourn()
     OpenPanel(MourningTextPanel);
 }
 
+/// The journey ends for everybody; the program that the message names saves it first.
+static void saveIfAsked(const ModelMessage& message)
+{
+    gLeaderStart = 0;
+    if (message.b == gMyID)
+        SaveGame();
+}
+
 static void apply(const ModelMessage& message)
 {
     switch (message.kind) {
@@ -70,11 +79,11 @@ static void apply(const ModelMessage& message)
     case kMessageTravel: ShowTravelScreen(); break;
     case kMessageArrival: arrive(); break;
     case kMessageExit:
-        gLeaderStart = 0;
+        saveIfAsked(message);
         ToTitle();
         break;
     case kMessageQuit:
-        gLeaderStart = 0;
+        saveIfAsked(message);
         Quit();
         break;
     case kMessageGone: end(); break;

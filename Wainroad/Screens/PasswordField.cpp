@@ -4,8 +4,7 @@
 #include "MacToolbox/Host/Input.h"
 #include "MacToolbox/QuickDraw/QuickDraw.h"
 #include "Wainroad/Frame/Alerts.h"
-
-#include <algorithm>
+#include "Wainroad/Frame/Utils.h"
 
 namespace Wainroad {
 
@@ -46,13 +45,8 @@ void RemovePasswordTE() { *sPassword = {}; }
 
 Str255 PasswordText()
 {
-    Str255 text{0};
-    if (!sPassword->te || !sPassword->te->hText)
-        return text;
-    const Bytes& typed = sPassword->te->hText->bytes;
-    text.insert(text.end(), typed.begin(), typed.begin() + std::min<std::ptrdiff_t>(std::ssize(typed), 255));
-    text[0] = static_cast<std::uint8_t>(text.size() - 1);
-    return text;
+    const bool typed = sPassword->te && sPassword->te->hText;
+    return typed ? PStrOf(sPassword->te->hText->bytes) : Str255{0};
 }
 
 bool PasswordFilter(const DialogPtr& dialog, EventRecord& event, Int& item)

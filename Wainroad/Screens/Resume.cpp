@@ -47,14 +47,7 @@ void takeWagon()
     gLoaded = true;
     gLoadedTrain = true;
     gMySlot = s->slots[static_cast<std::size_t>(s->choice)];
-    for (std::size_t slot = 0; slot < gTrain.order.size(); ++slot)
-        if (I(slot) != gMySlot)
-            gTrain.order[slot] = kNobody;
-    Int& entry = gTrain.order[static_cast<std::size_t>(gMySlot)];
-    if (entry != 0) {
-        gTrain.wagon[0].copy(gTrain.wagon[static_cast<std::size_t>(entry & 31)]);
-        entry = 0;
-    }
+    KeepOneWagon(gTrain, gMySlot);
     gTrain.wagon[0].node = gMyID;
     StandStill();
 }

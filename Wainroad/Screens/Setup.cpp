@@ -146,12 +146,15 @@ Int occupationsInfoPanelProc(View& panel, Msg& msg)
 
 Int monthPanelProc(View&, Msg& msg)
 {
-    constexpr Int kFirstMonth = 3; // March
+    constexpr Int kFirstMonth = 3, kLastMonth = 12; // March, and what the climate knows
     switch (msg.what) {
     case kMsgOpen:
         return PanelDescriptor(1, 13, 9080);
     case kMsgClick: {
-        BeginMonth(MsgItem(msg) - 1 + kFirstMonth);
+        const Int month = MsgItem(msg) - 1 + kFirstMonth;
+        if (month > kLastMonth)
+            return 1;
+        BeginMonth(month);
         ShowTravelScreen();
         gPlaying = 2;
         for (const Int item : {4, 2, 6, 7})

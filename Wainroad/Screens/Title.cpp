@@ -123,6 +123,8 @@ Int titleItemProc(View& item, Msg& msg)
         }
         SWDraw(sTitle->world, sTitle->world.last().get(), thePort->visRgn->region.bounds(), true);
         return 1;
+    case kMsgClick:
+        return 0; // a picture
     case kMsgClose:
         SWDispose(sTitle->world);
         sTitle->world = {};
