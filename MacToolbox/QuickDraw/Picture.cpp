@@ -17,7 +17,11 @@ namespace {
     constexpr Int kMostImage = 8 << 20;        // bytes of rows, or eighths of a pixel after reduction
     constexpr Int kWork = Int {1} << 30;       // about a nanosecond each; a picture that asks for more ends there
     constexpr Int kShapeWork = 4'000, kLetterWork = 1'000, kImageWork = 20'000;
+    constexpr Int kFontWork = 300'000;         // the search for a strike through the resource files
     constexpr Int kPointWork = 1'000, kCrossingWork = 64; // of a polygon: each point, and each point for each row
+    constexpr Int kCurvedRowWork = 64;         // each row of an oval or a rounded rectangle
+    constexpr Int kInkWork = 16;               // each pixel of a letter's picture
+    constexpr Int kCopyWork = 2, kOddCopyWork = 64; // each pixel of an image's place; with rows too short for its width
 
     /// What a picture may change in its port, put back at the end. The extra width of spaces stays.
     class PortFields {
@@ -111,7 +115,9 @@ namespace {
         void frameShape(Shape shape);
         Region region(Shape shape) const;
         bool readPolygon();
-        Int polygonWork() const;
+        Int shapeWork(Shape shape) const;
+        Int letterWork(std::span<const std::uint8_t> text) const;
+        Int copyWork(const BitMap& image, const Rect& to) const;
         bool readRows(bool packed, Int rowLength, Int rows, Bytes& out);
         bool reduce(const Bytes& rows, Int rowLength, const Rect& bounds, Int depth, const std::array<bool, 256>& black, BitMap& out);
 
@@ -191,7 +197,9 @@ namespace {
             return true;
         }
         case 0x02: port_.bkPat = readPattern(); break;
-        case 0x03: port_.txFont = in_.s16(); break;
+        case 0x03:
+            port_.txFont = in_.s16();
+            return spend(kFontWork);
         case 0x04:
             port_.txFace = in_.u8();
             return skip(version_ - 1);
@@ -205,7 +213,9 @@ namespace {
             ovalHeight_ = in_.s16();
             ovalWidth_ = in_.s16();
             break;
-        case 0x0D: port_.txSize = in_.s16(); break;
+        case 0x0D:
+            port_.txSize = in_.s16();
+            return spend(kFontWork);
         case 0x0E: port_.fgColor = in_.u32() == whiteColor ? RGBColor::white : RGBColor::black; break;
         case 0x0F: port_.bkColor = in_.u32() == blackColor ? RGBColor::black : RGBColor::white; break;
         case 0x1A: port_.fgColor = readColor(); break;
@@ -282,11 +292,25 @@ namespace {
             textPos_.v += in_.u8();
         const Int count = in_.u8();
         const Int present = std::clamp<Int>(I(data_.size()) - in_.pos, 0, count);
-        if (!spend(kShapeWork + present * kLetterWork))
+        const auto text = data_.subspan(static_cast<std::size_t>(in_.pos), static_cast<std::size_t>(present));
+        if (!spend(kShapeWork + letterWork(text)))
             return false;
         port_.pnLoc = textPos_;
-        FontManager::shared().draw(port_, data_.subspan(static_cast<std::size_t>(in_.pos), static_cast<std::size_t>(present)));
+        FontManager::shared().draw(port_, text);
         return skip(count);
+    }
+
+    /// Each letter may be one that has not been drawn in its style before.
+    Int Player::letterWork(std::span<const std::uint8_t> text) const
+    {
+        const StrikePtr strike = FontManager::shared().strike(port_.txFont, port_.txSize, port_.txFace).strike;
+        if (!strike)
+            return 0;
+        Int columns = 0;
+        for (const std::uint8_t c : text)
+            if (const Int i = strike->indexOf(c); i >= 0)
+                columns += std::max<Int>(strike->loc[static_cast<std::size_t>(i + 1)] - strike->loc[static_cast<std::size_t>(i)], 0);
+        return I(text.size()) * kLetterWork + columns * strike->fRectHeight * kInkWork;
     }
 
     bool Player::readPolygon()
@@ -304,13 +328,17 @@ namespace {
         return true;
     }
 
-    Int Player::polygonWork() const
+    /// What a shape costs beyond `kShapeWork`.
+    Int Player::shapeWork(Shape shape) const
     {
-        if (lastPolygon_.empty())
+        const Int reach = std::max<Int>(port_.reach().height(), 0);
+        if (shape == Shape::roundRect || shape == Shape::oval)
+            return kCurvedRowWork * std::clamp<Int>(lastRect_.height(), 0, reach);
+        if (shape != Shape::polygon || lastPolygon_.empty())
             return 0;
         const auto [top, bottom] = std::minmax_element(
             lastPolygon_.begin(), lastPolygon_.end(), [](const Point& a, const Point& b) { return a.v < b.v; });
-        const Int rows = std::min(bottom->v - top->v, std::max<Int>(port_.reach().height(), 0));
+        const Int rows = std::min(bottom->v - top->v, reach);
         return I(lastPolygon_.size()) * (kPointWork + rows * kCrossingWork);
     }
 
@@ -344,7 +372,7 @@ namespace {
 
     bool Player::act(Int action, Shape shape)
     {
-        if (!spend(kShapeWork + (shape == Shape::polygon ? polygonWork() : 0)))
+        if (!spend(kShapeWork + shapeWork(shape)))
             return false;
         switch (action) {
         case 0: frameShape(shape); break;
@@ -433,6 +461,14 @@ namespace {
         return true;
     }
 
+    Int Player::copyWork(const BitMap& image, const Rect& to) const
+    {
+        const Rect place = to.intersection(port_.portBits.bounds);
+        const bool odd = image.rowBytes * 8 < image.bounds.width();
+        const Int columns = odd ? std::max(place.width(), image.bounds.width()) : place.width();
+        return place.height() * columns * (odd ? kOddCopyWork : kCopyWork);
+    }
+
     bool Player::stepImage(Int op)
     {
         const bool masked = (op & 1) != 0, packed = (op & 8) != 0;
@@ -480,6 +516,8 @@ namespace {
             return true;
         BitMap map(rows, 0, rowLength, bounds);
         if (depth > 1 && !reduce(rows->bytes, rowLength, bounds, depth, black, map))
+            return false;
+        if (!spend(copyWork(map, to)))
             return false;
         port_.copyBits(map, port_.portBits, from, to, depth > 1 ? Int {srcCopy} : mode, mask);
         return true;

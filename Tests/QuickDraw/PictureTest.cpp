@@ -2,6 +2,7 @@
 
 #include "MacToolbox/Base/RunState.h"
 #include "MacToolbox/QuickDraw/QuickDraw.h"
+#include "Tests/QuickDraw/FontMaker.h"
 
 #include <gtest/gtest.h>
 #include <random>
@@ -264,4 +265,36 @@ TEST_F(PictureTest, HugeRequestsEndThePictureSoon)
     for (Int i = 0; i < 20000; ++i)
         lines.op(0x20).pt(-32768, -32768).pt(32767, 32766);
     played(lines);
+    Pict fonts; // each would be searched for through all files
+    for (Int i = 0; i < 5000; ++i)
+        fonts.op(0x03).u16(i).op(0x0D).u16(i).op(0x2B).u8(0).u8(0).u8(1).u8('x');
+    EXPECT_EQ(played(fonts.op(0x31).rect({0, 0, 40, 60}).end()), 0);
+    Pict few;
+    for (Int i = 0; i < 500; ++i)
+        few.op(0x03).u16(i).op(0x0D).u16(i).op(0x2B).u8(0).u8(0).u8(1).u8('x');
+    EXPECT_EQ(played(few.op(0x31).rect({0, 0, 40, 60}).end()), 40 * 60);
+    Pict copies; // of images without any bytes
+    for (Int i = 0; i < 1000; ++i)
+        image(copies, 0x90, 0, {0, 0, 342, 512}, {0, 0, 40, 60});
+    EXPECT_EQ(played(copies.op(0x31).rect({0, 0, 40, 60}).end()), 0);
+}
+
+TEST_F(PictureTest, VastLettersInEveryStyleEndThePictureSoon)
+{
+    FontMaker::Font font;
+    font.ascent = 16;
+    const std::vector<std::string> rows(16, std::string(4000, '#'));
+    for (Int i = 0; i < 3; ++i)
+        font.glyphs.push_back({0, 9, rows});
+    const auto lettersOfStyles = [](Int styles) {
+        Pict p;
+        for (Int face = 0; face < styles; ++face)
+            p.op(0x04).u8(face).u8(0).op(0x2B).u8(0).u8(0).u8(2).u8(0).u8(1);
+        return p.op(0x31).rect({0, 0, 40, 60}).end();
+    };
+    startRunAfresh(); // no search for a font has failed yet
+    SetPort(port);
+    const FontMaker::OpenFile file {{{os("FONT"), 12}, font.bytes()}};
+    EXPECT_EQ(played(lettersOfStyles(3)), 40 * 60);
+    EXPECT_LT(played(lettersOfStyles(1200)), 40 * 60);
 }
