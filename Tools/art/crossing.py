@@ -6,7 +6,7 @@ import numpy as np
 
 from country import cloud, dark_grass, tree
 from figures import ox, person, wain, wheel
-from ink import arc, at, spline, Sprite
+from ink import at, points, spline, Sprite
 
 def crossing():
     F = {}; r = random.Random(21); c = Sprite(262, 155, 64, 9)
@@ -195,12 +195,13 @@ _________##_____________
     F[9] = c; c = ferry(.13); c.a[42:] = 0
     c.poly('1,40 20,41 50,40 76,37 99,38 96,46 10,46', 'w'); c.lines('8,43 24,44 44,43 64,41 94,41')
     c.lines('60,44 80,43 92,44'); F[10] = c
-    # 11 hoops and a strip of canvas
+    # 11 hoops of a sunken wain, and a strip of canvas on two of them
     c = Sprite(60, 24)
-    for i, x in enumerate((8, 24, 40)):
-        c.lines(arc(x + 7, 20, 7, 15, 180, 360)); c.lines(arc(x + 7, 20, 6, 14, 180, 360))
-    c.poly(spline('15,5 24,8 31,5 36,8', n=4) + spline('40,18 34,16 26,19 18,15', n=4), 'w')
-    c.shade(c.mpoly('28,8 36,8 40,18 32,17'), '25'); c.a[20:] = 0
+    for x in (6, 20, 34, 48):
+        for o in (0, 1): c.lines(spline([(x - 4, 23), (x - 3, 12), (x + 1 + o, 5 - (x < 10 or x > 40)), (x + 6 + o, 11), (x + 8 + o, 23)], n=5))
+    c.lines('6,5 20,6 34,6 49,4')
+    c.poly(spline('21,5 28,7 35,5', n=4) + spline('36,6 41,12 42,18', n=4) + points('39,16 36,19 33,15 30,18 28,13') + spline('28,13 26,9 21,5', n=3), 'w')
+    c.shade(c.mpoly('30,8 36,7 42,18 33,16'), '25'); c.a[20:] = 0
     c.lines('0,21 8,20 16,21 30,20 44,21 59,20'); c.lines('10,23 24,22 40,23'); F[11] = c
     # 12 in the ford 112 by 42
     def ford(down=False):
@@ -209,11 +210,11 @@ _________##_____________
         return c
     c = ford(); c.a[35:] = 0; c.poly('0,35 20,34 60,36 90,34 111,36 106,41 60,40 20,42 4,40', 'w')
     c.lines('4,37 20,36 36,38 60,37 84,38 106,37'); F[12] = c; c = Sprite(80, 34); d = Sprite(80, 60)
-    wain(d, 10, 48, 60, 44, lantern=True, ang=20)
+    wain(d, 10, 47, 60, 39, lantern=True, ang=20)
     # drawn anew, leaning: shear the upright picture row by row
     for y in range(34):
         for x in range(80):
-            sx = x; sy = int(round(y + 4 - (x - 40) * -.16))
+            sx = x; sy = int(round(y + 3 + (x - 40) * .16))
             if 0 <= sy < 60: c.a[y, x] = d.a[sy, sx]
     c.a[28:] = 0; c.poly('0,28 20,27 44,29 79,26 76,33 40,32 6,33', 'w'); c.lines('4,30 18,29 34,31 56,29 74,30')
     F[13] = c

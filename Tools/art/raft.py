@@ -5,7 +5,7 @@ import random
 import numpy as np
 
 from country import tree
-from ink import at, Canvas, maskof, spline, Sprite
+from ink import at, Canvas, maskof, points, spline, Sprite
 
 def raft(k):
     """Seen from behind; k 0 left, 1 straight, 2 right. The bands are those of the rules."""
@@ -19,129 +19,132 @@ def raft(k):
     c.poly([(x - 4, 10), (x - 4, 5), (x + 4, 5), (x + 4, 10)], 'k')
     c.ell(x, 3.6, 2.6, 2.6, 'w'); c.stroke([(x - 4.5, 2.2), (x + 4.5, 2.2)], 1.4)
     c.poly([(x - 2.4, 2), (x - 2, 0), (x + 2, 0), (x + 2.4, 2)], 'k')
-    # tilt from behind: a round opening, hoop over hoop
+    # tilt from behind: the canvas drawn together round a dark opening
     cx1, cx2 = (b1[0] + b1[1]) / 2, (b2[0] + b2[1]) / 2
-    top = spline([(b2[0] + 2, 26), (b2[0] + 1, 18), (b1[0], 11), (b1[0] + 5, 8.4), (b1[1] - 5, 8.4), (b1[1], 11),
-        (b2[1] - 1, 18), (b2[1] - 2, 26)], n=6)
+    top = spline([(b2[0] + 2, 27), (b2[0] + 1, 18), (b1[0], 11), (b1[0] + 5, 8.4), (b1[1] - 5, 8.4), (b1[1], 11),
+        (b2[1] - 1, 18), (b2[1] - 2, 27)], n=6)
     m = c.poly(top, 'w', heavy=1)
-    inn = spline([(b2[0] + 8, 26), (b2[0] + 7, 19), (cx1 - 7, 13.5), (cx1 + 6, 13.5), (b2[1] - 8, 19), (b2[1] - 9, 26)],
-        n=6)
-    c.poly(inn, '75'); c.shade(m & c.mpoly([(b2[1] - 8, 10), (b2[1], 12), (b2[1], 27), (b2[1] - 8, 27)]), '25')
-    c.lines([(cx1 - 6, 14), (cx1 - 2, 22), (cx1 - 5, 26)], 0)
-    # tailboard, wheels on the sides
-    c.rect(b2[0] + 3, 25, b2[1] - 3, 31, 'w', heavy=1); c.line(b2[0] + 3, 28, b2[1] - 5, 28)
+    c.shade(c.inner(m) & c.mpoly([(cx1 + 8, 8), (b2[1], 10), (b2[1], 28), (cx2 + 11, 28), (cx2 + 10, 18)]), '25')
+    ox_, oy = (cx1 + cx2) / 2, 18.6
+    for a in range(-170, 0, 20):
+        ca, sa = math.cos(math.radians(a)), math.sin(math.radians(a))
+        c.line(ox_ + ca * 7, oy + sa * 5.6, ox_ + ca * 12, oy + sa * 9)
+    c.ell(ox_, oy, 7.4, 6, '75')
+    # tailboard of two planks, rear wheels on the sides
+    c.rect(b2[0] + 3, 24, b2[1] - 3, 31, 'w', heavy=1); c.line(b2[0] + 3, 27, b2[1] - 5, 27)
+    for x in (b2[0] + 9, b2[1] - 10): c.line(x, 25, x, 30)
     for x0, x1 in ((b2[0], b2[0] + 5), (b2[1] - 5, b2[1])):
-        m = c.rect(x0, 20, x1, 33, 'w'); c.line((x0 + x1) // 2, 21, (x0 + x1) // 2, 32)
-    # ropes and logs
-    n = 7; w = (b3[1] - b3[0]) / n
+        c.poly(spline([(x0, 26), (x0 + 1, 20.5), (x1 - 2, 20.5), (x1, 26), (x1 - 1, 33), (x0, 33)], True, 4), 'w')
+        c.line((x0 + x1) // 2, 22, (x0 + x1) // 2, 32); c.rect(x0 + 1, 26, x1 - 1, 28, 'k', 0)
+    # logs: their backs draw together, their sawn ends show a ring
+    n = 5; w = (b3[1] - b3[0]) / n
     for i in range(n):
-        x = b3[0] + w * (i + .5); y = 37 + (.4 if i % 2 else 0)
-        c.poly([(x - w / 2 + .6 + (3 - i) * .5, 31), (x + w / 2 - .6 + (3 - i) * .5, 31), (x + w / 2, y),
-            (x - w / 2, y)], 'w')
-        c.ell(x, y + 1.5, w / 2 + .2, w / 2 + .6, 'w', heavy=0); c.ell(x, y + 1.5, 1.4, 1.4, 'k')
-    c.lines([(b3[0] + 1, 33), (b3[1] - 2, 33)])
+        x = b3[0] + w * (i + .5); y = 37 + (.6 if i % 2 else 0)
+        c.poly([(x - w / 2 + (2 - i) * 1.2, 32), (x + w / 2 + (2 - i) * 1.2, 32), (x + w / 2, y), (x - w / 2, y)], 'w')
+    for i in range(n):
+        x = b3[0] + w * (i + .5); y = 37 + (.6 if i % 2 else 0)
+        c.ell(x, y + 1, w / 2 + .2, 4.8, 'w'); c.ink(c.edge(c.mell(x, y + 1, w * .24, 2.3))); c.px(x - 3, y + 3); c.px(x + 3, y - 1)
     # wake
     c.lines([(b3[0] + 1, 43), (b3[0] + 8, 42), (b3[1] - 9, 42), (b3[1] - 2, 43)])
     return c
 
 def rock(k):
-    """5 near ... 9; shrinks by a sixth each; foot on row 31, middle on column 32. 10 is the fleck."""
-    c = Sprite(65, 32); s = 1 - (k - 5) / 6
-    if k == 10:
-        c.poly('27,29 28,27.6 37,27.6 38,29 37,31.6 28,31.6', 'w', 0)
-        c.art(27, 27, ["__#######__", "_#.......#_", "#..#####..#", "_#.#####.#_", "__#######__"])
+    """A reef: a split crag between two ledges, in foam. 0 is near; each is smaller by a sixth of that; foot on row 31, middle on
+    column 32. 5 is a fleck far off. Seen from the raft, 0 is solid in rows 5 to 20 of columns 21 to 48 and below row 21."""
+    c = Sprite(65, 32)
+    if k == 5:
+        c.art(27, 26, ('____##_____', '___####____', '_##.###.##_', '#..#####..#', '_#.......#_', '__#######__'))
         return c
-    X = lambda x: 32.5 + (x - 32.5) * s
-    Y = lambda y: 32 - (32 - y) * s
-    # foam skirt, outlined, so that it belongs to the mask
-    pts = []; n = 20; r = random.Random(5)
+    s = 1 - k / 6
+
+    def here(pts): return at(32.5, 32, [(x - 32.5, y - 32) for x, y in points(pts)], s)
+    crag = c.poly(here('1,31 0,26 3,22 9,20.4 15,21.4 19.5,18 20.4,8 23,4.6 27,6 30,2.4 34,4 37,1 42,4.4 46,3.6 49.4,8 50,18 54,20.6 59,19.6 '
+                       '64,22.6 65,27 64,31'), 'w')
+    inner = c.inner(crag)
+    c.shade(inner & c.mpoly(here('30,2 37,1 36,10 40,18 37,31 28,31 31,20 28,12')), '/')
+    c.shade(inner & c.mpoly(here('37,0 51,3 52,19 66,18 67,32 37,32 40,18 36,10')), '75')
+    c.shade(inner & c.mpoly(here('9,20 16,22 20,18 22,31 12,31 14,26')), '/')
+    c.ink(c.mpoly(here('52,20.6 59,19.8 64,23 58,23.4')) & inner, 0)              # the lit top of the right ledge
+    if s > .4:
+        c.lines(here('37,2 36,10 40,18 37,28')); c.lines(here('30,3 28,12 31,20 28,28')); c.lines(here('20.6,10 22,20 20,27'))
+    if s > .6:
+        for crack in ('24,8 26,13 24,18', '8,23 10,26', '26,20 25,25', '3,24 5,26'): c.lines(here(crack))
+    # foam along the foot, scalloped, with a black line beneath
+    n = max(3, int(9 * s))
+    foam = np.zeros((32, 65), bool)
     for i in range(n):
-        a = 2 * math.pi * i / n; q = 1 + (.06 if i % 2 else -.06)
-        pts.append((X(32.5 + math.cos(a) * 31.6 * q), Y(26 + math.sin(a) * 6 * q)))
-    sk = c.mpoly(spline(pts, True, 4)) | c.mrect(*(int(round(v)) for v in (X(2), Y(22), X(63), Y(31))))
-    yy, xx = np.indices(sk.shape)
-    sk &= ~((xx < X(4)) & (yy < Y(23))) & ~((xx > X(61)) & (yy < Y(23))) & ~((xx < X(4))
-        & (yy > Y(30))) & ~((xx > X(61)) & (yy > Y(30)))
-    c.put(sk, 'w')
-    body = [(X(14), Y(28)), (X(18), Y(20)), (X(21), Y(10)), (X(27), Y(5)), (X(36), Y(5)), (X(44), Y(8)),
-        (X(48.5), Y(14)), (X(50), Y(22)), (X(55), Y(28)), (X(44), Y(29.4)), (X(26), Y(29.4))]
-    m = c.poly(body, 'w', heavy=1 if s > .6 else 0)
-    c.shade(m & c.mpoly([(X(34), Y(4)), (X(50), Y(8)), (X(56), Y(30)), (X(34), Y(30)), (X(37), Y(16))]), '75')
-    c.shade(m & c.mpoly([(X(27), Y(4)), (X(35), Y(4)), (X(38), Y(16)), (X(34), Y(30)), (X(26), Y(30)), (X(29), Y(16))]),
-        '/')
-    if s > .5:
-        c.lines([(X(24), Y(9)), (X(27), Y(16)), (X(24), Y(22))])
-        c.lines([(X(35), Y(5)), (X(38), Y(16)), (X(34), Y(28))])
-    c.ink(c.edge(m))
-    # foam ticks
-    for a, b in (((6, 25), (12, 26)), ((8, 28), (16, 29.4)), ((56, 25), (60, 26)), ((50, 30), (58, 28)),
-            ((30, 30.4), (38, 30.4))):
-        if s > .45: c.line(X(a[0]), Y(a[1]), X(b[0]), Y(b[1]))
+        x = 32.5 + (i + .5 - n / 2) * 62 * s / n
+        foam |= c.mell(x, 31, 36 * s / n, max(1.6, (4.6 if i % 2 else 3.2) * s))
+    foam &= np.indices(foam.shape)[0] < 32
+    c.put(foam, 'w')
+    c.ink(c.edge(crag | foam))
     return c
 
 def bank(p):
-    """The right bank, phase p of 11; things on it slide down and outward by one step of the pattern in 11 phases."""
-    c = Canvas(87, 304, 327, 9); K, N = 2.6, 3
-    def f(u):
-        return (K ** u - 1) / (K ** N - 1)
-    # foot of the cliff at depth q
-    E = lambda q: 3 + 40 * q
-    Yq = lambda q: 27 + 277 * q
-    SC = lambda q: .16 + .84 * q; yy, xx = np.indices((304, 87)); q = np.clip((yy - 27) / 277, 0, 1.3)
-    e = 3 + 40 * q; sc = .16 + .84 * q; c.a[:] = 0; water = (yy >= 27) & (xx < e); gray = c.tone('50').astype(bool)
-    c.a[water & gray] = 1; r = random.Random(31); w1 = e + 4 + 11 * sc; w2 = w1 + 5 + 17 * sc
-    land = (yy >= 27) & (xx >= e); c.a[land] = 0; wet = land & (xx < w1); face = land & (xx >= w1) & (xx < w2)
-    c.shade(wet, '75'); c.shade(face, '/')
-    def us(off, n=1):
-        """Depths of a thing that stands once (or n times) a step."""
+    """The right bank, phase p of 11: what stands on it slides down and outward, one step of the pattern in 11 phases."""
+    c = Canvas(87, 304, 327, 9)
+    yy, xx = np.indices((304, 87))
+    rows = np.clip((yy - 27) / 277, 0, 1.3)          # 0 at the horizon, 1 at the foot of the picture
+    scale = .16 + .84 * rows
+    foot = 3 + 40 * rows                              # where the cliff stands in the water
+    wet, rim = foot + 3 + 7 * scale, foot + 6 + 24 * scale
+    below = yy >= 27
+    c.ink(below & (xx < foot) & c.tone('50').astype(bool))
+    c.shade(below & (xx >= foot) & (xx < wet), '75')
+    c.shade(below & (xx >= wet) & (xx < rim), '/')
+    # the gorge's hills against the sky
+    for line, tone in (('6,27 18,18 30,21 46,9 60,14 74,5 88,8', '25'), ('10,27 26,24 44,25 62,19 88,16', 'w')):
+        ridge = spline(line, n=6)
+        c.put(c.mpoly(ridge + [(88, 28), (6, 28)]) & ~below, tone, 0); c.lines(ridge)
+
+    def things(start, n=1):
+        """(row, scale, foot, number) of what stands n times a step, far ones first."""
         out = []
-        for i in range(-1, N + 1):
+        for i in range(-1, 4):
             for k in range(n):
-                u = i + (k + off) / n + p / 11
-                if -.02 < u < N + .55: out.append((max(0.0, u), (i * n + k)))
+                u = i + (k + start) / n + p / 11
+                if 0 <= u < 3.55:
+                    t = (2.6 ** u - 1) / (2.6 ** 3 - 1)
+                    out.append((27 + 277 * t, .16 + .84 * t, 3 + 40 * t, k))
         return sorted(out)
-    # joints of the rock
-    for u, k in us(.1, 6):
-        t = f(u); y = Yq(t); s = SC(t); x0 = E(t); j = (k % 6); a = x0 + 4 + 11 * s; b = a + 5 + 17 * s
-        c.lines([(x0, y), (x0 + 5 * s, y - 3 * s), (a, y - 5 * s)], 0)
-        c.lines([(a, y - 5 * s), (a + (b - a) * .5, y - (12 + j * 2) * s), (b, y - 16 * s)])
-        c.lines([(b, y - 16 * s), (b + (9 + 4 * (j % 3)) * s, y - 20 * s)]); c.px(b + 3 * s, y - 10 * s)
-    c.ink(land & (xx >= w1) & (xx < w1 + 1)); c.ink(land & (xx >= w2) & (xx < w2 + 1))
-    # ledges: white tops
-    for u, k in us(.35, 2):
-        t = f(u); y = Yq(t); s = SC(t); x0 = E(t) + 4 + 11 * s; c.poly(at(x0, y, '-3,0 9,-5 16,-3 10,5 0,6', s), 'w')
-        c.shade(c.mpoly(at(x0, y, '-3,2 10,5 8,10 -2,9', s)) & land, '75')
-    # grass on the rim
-    for u, k in us(.22, 4):
-        t = f(u); y = Yq(t); s = SC(t); x = E(t) + 14 + 34 * s; c.tuft(x, y, 3, max(2, 7 * s), 1)
-    # waterfall: white down the face, foam at its foot
-    for u, k in us(.78):
-        t = f(u); y = Yq(t); s = SC(t); x0 = E(t); a = x0 + 9 + 29 * s
-        P = [(a + 8 * s, y - 22 * s), (a - 2 * s, y - 18 * s), (x0 + 4 + 8 * s, y - 6 * s), (x0 - 1, y + 3 * s),
-            (x0 + 3 * s, y + 9 * s), (x0 + 6 + 11 * s, y + 3 * s), (a + 6 * s, y - 9 * s)]
-        m = c.put(c.mpoly(P) & land, 'w')
-        for o in (.3, .6):
-            c.lines([(a + 4 * s - 4 * s * o, y - 19 * s + 6 * s * o), (x0 + 6 + 8 * s, y - 4 * s + 6 * s * o),
-                (x0 + 2 * s, y + 2 * s + 5 * s * o)], dash=(1, 1, 1, 0))
-        for d in range(3): c.ell(x0 + 1 * s - d, y + (2 + 4 * d) * s, max(1, 4 * s), max(1, 2.4 * s), 'w')
-    # pine and rowan, far ones first
-    T = [(u, 0) for u, k in us(.1)] + [(u, 1) for u, k in us(.52)]
-    for u, kind in sorted(T):
-        t = f(u); y = Yq(t); s = SC(t); x = E(t) + 12 + 27 * s; h = 62 * s; d = Canvas(87, 304)
-        if h < 7:
-            d.poly(at(x, y, '-.25,0 0,-1 .25,0', h), 'k', 0)
-        else:
-            tree(d, x, y, h, 'fir' if kind == 0 else 'rowan', 3)
-        mm = maskof(d.a); mm[:27] &= False; c.a[mm] = d.a[mm]
-    # sky stays white; the foot of the cliff is a black line with foam ticks
-    c.a[:27] = 0; foot = (yy >= 27) & (xx >= e - .5) & (xx < e + .5); c.ink(foot)
-    c.ink((yy >= 27) & (xx >= e - 1.5) & (xx < e - .5), 0)
-    for u, k in us(.05, 9):
-        t = f(u); y = Yq(t); s = SC(t); x = E(t)
-        for d in range(int(1 + 5 * s)):
+    # joints of the rock, across the foot and up to the rim
+    for y, z, x, k in things(.1, 6):
+        c.lines([(x, y), (x + 3 + 7 * z, y - 5 * z)], 0)
+        c.lines(at(x + 3 + 7 * z, y - 5 * z, [(0, 0), (8, -7 - 2 * (k % 3)), (17, -12), (26 + 4 * (k % 3), -15)], z))
+        if k % 2: c.lines(at(x + 8 + 12 * z, y - 10 * z, '0,0 3,8 1,14', z))
+    c.ink(below & (xx >= wet) & (xx < wet + 1)); c.ink(below & (xx >= rim) & (xx < rim + 1))
+    # ledges: white tops, a shade beneath
+    for y, z, x, k in things(.35, 2):
+        x += 3 + 9 * z
+        c.shade(c.mpoly(at(x, y, '-3,2 10,5 8,12 -2,10', z)), '75'); c.poly(at(x, y, '-3,0 9,-5 16,-3 10,5 0,6', z), 'w')
+    # grass and stones behind the rim
+    for y, z, x, k in things(.22, 4):
+        if k % 2: c.tuft(x + 14 + 36 * z, y, 3, max(2, 7 * z), 1)
+        elif z > .3: c.poly(spline(at(x + 16 + 44 * z, y, '-6,0 -4,-5 0,-6 5,-3 6,0', z)), 'w', heavy=1)
+    # a waterfall: white over the rim, threads in it, foam on the river
+    for y, z, x, k in things(.8):
+        fall = c.mpoly(at(x, y, '44,-22 36,-24 24,-17 13,-8 2,1 2,9 12,5 22,-4 33,-12', z) )
+        c.ink(fall, 0); c.ink(c.edge(fall) & ((xx + yy) % 3 == 0))
+        for o in (-2.4, 0, 2.4): c.lines(at(x, y, [(38, -19 + o), (25, -12 + o), (14, -3 + o), (5, 5 + o)], z), dash=(1, 1, 1, 1, 0, 0))
+        for dx, dy, r in ((1, 8, 5), (-5, 6, 4), (-2, 1, 4), (6, 11, 3)):
+            puff = c.mell(x + dx * z, y + dy * z, max(1.2, r * z), max(1, r * .6 * z))
+            c.ink(puff, 0); c.ink(c.edge(puff) & ((xx + yy) % 2 == 0))
+    # pines and rowans at the rim, smaller pines behind
+    stand = [(*t, 'fir', 27, 62) for t in things(.1)] + [(*t, 'rowan', 27, 60) for t in things(.52)]
+    stand += [(*t, 'fir', 50, 46) for t in things(.3, 2)]
+    for y, z, x, k, kind, out, high in sorted(stand):
+        x, h = x + 12 + out * z, high * z
+        d = Canvas(87, 304)
+        if h < 7: d.poly(at(x, y, '-.25,0 0,-1 .25,0', h), 'k', 0)
+        else: tree(d, x, y, h, kind, 3)
+        m = maskof(d.a); m[:20] = False
+        c.a[m] = d.a[m]
+    # the foot is a black line with foam ticks beside it
+    c.ink(below & (xx >= foot - 1.5) & (xx < foot - .5), 0); c.ink(below & (xx >= foot - .5) & (xx < foot + .5))
+    for y, z, x, k in things(.05, 9):
+        for d in range(int(1 + 5 * z)):
             c.px(x - 2 - d, y + d * .5, 0)
-            if s > .5: c.px(x - 2 - d, y + d * .5 + 1, 0)
-    c.a[26] = 0; c.a[27, 2:] = 1
+            if z > .5: c.px(x - 2 - d, y + d * .5 + 1, 0)
     return c
 
 def raft_map():
@@ -158,7 +161,6 @@ def raft_map():
         k = 5 + 5 * math.sin((y - 30) / 260 * math.pi) + (y % 9 == 0) * 2; x = xs(y)
         c.line(x - 6, y, x - 6 - k, y - 1); c.line(x + 6, y, x + 6 + k, y + 1)
     c.ink((d > 4) & (d <= 5))
-    for y in range(20, 290, 14): None
     # peaks and firs off the river
     spots = [(12, 70, 11), (72, 54, 12), (14, 118, 13), (76, 108, 10), (18, 166, 12), (10, 206, 9), (24, 222, 11),
         (80, 214, 9), (16, 262, 10), (76, 262, 11), (70, 80, 9), (82, 150, 7), (82, 236, 6), (20, 96, 8), (28, 190, 8)]
@@ -189,5 +191,5 @@ def marker():
 
 def pictures():
     out = {'map': raft_map(), 'marker': marker(), 'raft-left': raft(0), 'raft-straight': raft(1), 'raft-right': raft(2)}
-    out |= {f'rock-{k + 1}': rock(k + 5) for k in range(6)}; out |= {f'bank-{k + 1}': bank(k) for k in range(11)}
+    out |= {f'rock-{k + 1}': rock(k) for k in range(6)}; out |= {f'bank-{k + 1}': bank(k) for k in range(11)}
     return {'Raft/' + n: c for n, c in out.items()}
