@@ -17,6 +17,7 @@ std::vector<std::unique_ptr<Case>>& cases() {
 void registerOwn();
 void registerSim();
 void registerManagers();
+void registerSaves();
 void registerModel();
 void registerPixman(int bpp);
 void registerPixmanRegions();
@@ -130,6 +131,7 @@ int main(int argc, char** argv) {
 #endif
   registerProject();
   registerManagers();
+  registerSaves();
   registerModel();
 
   std::vector<char*> args(argv, argv + argc);

@@ -212,13 +212,13 @@ Replacement::~Replacement()
         sFiles->replacing.end();
 }
 
-OSErr Replacement::commit(bool lasting)
+OSErr Replacement::commit()
 {
     Replacing& r = sFiles->replacing;
     if (!outermost_ || !r.active())
         return noErr;
     outermost_ = false;
-    const bool done = r.made() ? r.putInPlace(lasting) : !r.missing();
+    const bool done = r.made() ? r.putInPlace() : !r.missing();
     r.end();
     return done ? noErr : ioErr;
 }

@@ -81,10 +81,9 @@ public:
     Replacement(const Replacement&) = delete;
     Replacement& operator=(const Replacement&) = delete;
     /// Puts the new file in place (or removes the old one, if it was deleted and not made again). Close the file first.
-    /// @param lasting  Waits until the disk has the new name too. If not, a power cut soon after may leave the old file,
-    ///                 or none if there was none; a whole one in any case.
+    /// The disk takes the new name a moment later: a power cut in between leaves the old file, whole.
     /// @return noErr, or ioErr with the old file kept.
-    OSErr commit(bool lasting = true);
+    OSErr commit();
 
 private:
     bool outermost_ = false;

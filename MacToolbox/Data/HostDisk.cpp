@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <mutex>
 #include <system_error>
+#include <thread>
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -253,9 +254,18 @@ void syncFolder(const std::string& path)
 {
     if (!isWhole(path))
         return;
-    const HostFile folder(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (folder)
-        ::fsync(folder.fd());
+    const int folder = ::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (folder < 0)
+        return;
+    const auto sync = [folder] {
+        ::fsync(folder);
+        ::close(folder);
+    };
+    try {
+        std::thread(sync).detach();
+    } catch (const std::system_error&) {
+        sync(); // no thread to be had
+    }
 }
 
 bool rename(const std::string& from, const std::string& to)

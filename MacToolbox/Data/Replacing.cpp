@@ -93,7 +93,7 @@ void Replacing::markDeleted()
     deleted_ = true;
 }
 
-bool Replacing::putInPlace(bool lasting)
+bool Replacing::putInPlace()
 {
     if (!HostDisk::sync(held_))
         return false;
@@ -109,8 +109,7 @@ bool Replacing::putInPlace(bool lasting)
     made_ = false;
     if (!hasCompanion && HostDisk::kind(companion) == HostDisk::Kind::File)
         HostDisk::remove(companion);
-    if (lasting)
-        HostDisk::syncFolder(folderOf(place_));
+    HostDisk::syncFolder(folderOf(place_));
     return true;
 }
 

@@ -25,8 +25,8 @@ public:
     void copyToFresh();
     /// From now on the target counts as missing; what was new is dropped.
     void markDeleted();
-    /// Puts the new file in the place of the old one; `lasting` waits for the disk to have the name too.
-    bool putInPlace(bool lasting);
+    /// Puts the new file in the place of the old one.
+    bool putInPlace();
 
     /// Removes what killed replacements left in a folder; one that another process is at is left alone.
     static void sweep(const std::string& folder);

@@ -239,9 +239,9 @@ void WriteConfigFile()
 static void BeginWriting() { sWriting = std::make_unique<HostFiles::Replacement>(gConfigVRef, gConfigDirID, gConfigName); }
 
 /// Puts what was written in place of the old file.
-static OSErr EndWriting(bool lasting = true)
+static OSErr EndWriting()
 {
-    const OSErr error = sWriting ? sWriting->commit(lasting) : noErr;
+    const OSErr error = sWriting ? sWriting->commit() : noErr;
     sWriting.reset();
     return error;
 }
@@ -301,7 +301,7 @@ void CreateConfig()
     HDelete(gConfigVRef, gConfigDirID, gConfigName);
     OSErr error = MakeFile();
     if (error == noErr)
-        error = EndWriting(false); // a first file holds nothing that a start could not make again
+        error = EndWriting();
     sWriting.reset(); // without a commit nothing half-made stays
     if (error != noErr)
         DiskError(error, true);
