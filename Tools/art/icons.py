@@ -35,9 +35,12 @@ def bell(c):
 
 @icon('^caution')
 def stone(c):
-    c.poly('11,30 13,14 17,4 22,2 26,6 25,18 24,30', 'w', heavy=1); c.shade(c.mpoly('21,3 26,5 25,30 20,30 22,16'), '/')
-    for x0, x1, y in ((2, 30, 30), (4, 10, 28), (26, 29, 28)): c.line(x0, y, x1, y)
-    c.line(3, 31, 29, 31); c.lines('6,27 6,10'); c.lines('4,12 6,9 8,12'); c.lines('16,12 18,15 16,19')
+    m = c.poly('4,29 7,19 12,9 17,3 23,1 28,5 28,11 24,19 18,29', 'w', heavy=1)
+    c.shade(c.inner(m) & c.mpoly('22,0 30,4 29,12 24,20 18,30 12,30 17,20 22,10'), '/')
+    c.lines('22,3 21,10 17,19 13,28'); c.lines('11,14 14,17 12,21'); c.lines('9,22 12,24')
+    c.stroke('29,29 24,16', 1.6); c.stroke('22,17 27,15', 1.4)                 # a prop
+    c.lines('5,14 9,7'); c.lines('9,4 13,1'); c.lines('2,19 3,17')             # it has moved
+    c.rect(0, 29, 32, 31, 'k', 0); c.px(21, 28); c.px(22, 28); c.px(1, 28); c.px(2, 28)
 
 @icon('wheel')
 def whl(c):
@@ -161,7 +164,7 @@ def lp(c):
     lantern(c, 4, False); wheel(c, 8, 24, 7, 0, 8)
 
 def oxdust(c, n):
-    ox(c, 0 if n == 3 else 1, 22, 26, 17, tone='w', phase={1: 0, 2: 1, 3: 3}[n], yoke=True); c.line(0, 23, 31, 23)
+    ox(c, 0 if n == 3 else 1, 22, 26, 17, tone='w', phase={1: 2, 2: 1, 3: 3}[n], yoke=True); c.line(0, 23, 31, 23)
     for k in range(n):
         x, y = 24 - k * 8, 27; c.lines(arc(x + 1, y + 1, 3.2, 2.6, 20, 330)); c.line(x + 3, y + 3, x + 6, y + 3)
 

@@ -116,50 +116,54 @@ def store():
     return c
 
 def months():
-    """One bare branch that buds, leafs and fruits from left to right, 300 by 60."""
-    c = Canvas(300, 60); r = random.Random(9)
-    b = spline('-4,40 30,36 62,42 100,35 140,38 176,30 214,33 250,25 290,27 302,22', n=10); c.band(b, 6.5, 3, 'w')
-    lo = [(x, y + 1.6) for x, y in b]
-    c.lines(lo, dash=(1, 1, 1, 0)); c.lines([(x, y + .8) for x, y in b], dash=(1, 0, 0, 1, 0, 0, 0))
-    def at(t):
-        return b[min(len(b) - 1, int(t * (len(b) - 1)))]
-    tw = []
-    for i in range(18):
-        t = .03 + i * .0505; x, y = at(t); s_ = -1 if i % 2 else 1; L = r.uniform(11, 17)
-        e = (x + L * .8, y + s_ * L * .85); mid = (x + L * .45, y + s_ * L * .3); c.stroke([(x, y), mid, e], 2, 1)
-        tw.append((t, x, y, mid, e, s_))
-    def leaf(x, y, a, L, full=True):
-        ca, sa = math.cos(a), math.sin(a)
-        pts = [(x, y), (x + ca * L * .35 - sa * L * .28, y + sa * L * .35 + ca * L * .28), (x + ca * L, y + sa * L),
-            (x + ca * L * .35 + sa * L * .28, y + sa * L * .35 - ca * L * .28)]
-        m = c.poly(spline(pts, True, 5), 'w'); c.line(x, y, x + ca * L * .7, y + sa * L * .7)
-        if sa > 0 and L > 8: c.shade(m & c.mpoly([(x, y), (x + ca * L, y + sa * L), pts[1]]), '50')
-    def fruit(x, y, R):
-        m = c.ell(x, y, R, R, 'w', heavy=1); c.shade(m & ~c.mell(x - R * .4, y - R * .4, R * .95, R * .95), '50')
-        c.line(x, y - R, x + 1, y - R - 3)
-    for t, x, y, mid, e, s_ in tw:
-        if t < .2:
-            if t > .06: c.ell(e[0], e[1], 1.2, 1.5, 'k')
-        elif t < .4:
-            for q in (mid, e):
-                c.ell(q[0] + 1, q[1], 1.9, 2.5, 'w' if q is e else 'k'); c.px(q[0] + 1, q[1])
-        elif t < .6:
-            if t < .52:
-                for q in (e, mid):
-                    for k in range(5):
-                        a = k * 1.257 + t; c.ell(q[0] + math.cos(a) * 3, q[1] + math.sin(a) * 3, 1.9, 1.9, 'w')
-                    c.ell(q[0], q[1], 1.2, 1.2, 'k')
-                leaf(mid[0], mid[1], s_ * .2, 7)
-            else:
-                for a in (s_ * 1.5, s_ * .5, s_ * -.3): leaf(e[0], e[1], a, 8)
-                leaf(mid[0], mid[1], s_ * -.4, 7)
-        elif t < .78:
-            for a in (s_ * 1.9, s_ * 1.0, s_ * .1): leaf(e[0], e[1], a, 10)
-            leaf(mid[0], mid[1], -s_ * .3, 9); leaf(mid[0], mid[1], s_ * 2.2, 8)
+    """One branch over the five months, 300 by 60: bare, in bud, in flower, in leaf, in fruit."""
+    c = Canvas(300, 60)
+    branch = spline('10,45 34,39 64,43 96,36 130,39 164,31 198,34 232,26 262,29 284,21', n=10)
+
+    def leaf(x, y, degrees, length):
+        a = math.radians(degrees)
+        def out(along, aside): return x + math.cos(a) * along * length - math.sin(a) * aside * length, y + math.sin(a) * along * length + math.cos(a) * aside * length
+        m = c.poly(spline([out(0, 0), out(.3, .24), out(.66, .22), out(1, 0), out(.66, -.22), out(.3, -.24)], True, 5), 'w')
+        c.shade(m & c.mpoly([out(0, 0), out(.3, .3), out(.7, .3), out(1, 0)]), '50')
+        c.ink(c.edge(m)); c.line(*out(0, 0), *out(.8, 0))
+
+    def flower(x, y):
+        for k in range(5):
+            a = math.radians(k * 72 - 90)
+            c.ell(x + math.cos(a) * 3.1, y + math.sin(a) * 3.1, 2.3, 2.3, 'w')
+        c.ell(x, y, 1.6, 1.6, 'k')
+
+    def fruit(x, y):
+        c.line(x, y - 8, x, y - 4)
+        m = c.ell(x, y, 4.6, 4.6, 'w', heavy=1)
+        c.shade(c.inner(m) & ~c.mell(x - 1.8, y - 1.8, 4.2, 4.2), '50')
+
+    twigs = []
+    for month in range(5):
+        for dx, up in ((-20, 1), (-9, -1), (3, 1), (15, -1)):
+            if month == 4 and dx == 15: continue                   # the branch ends here
+            x = 30 + 60 * month + dx
+            y = float(np.interp(x, [p[0] for p in branch], [p[1] for p in branch]))
+            tip = (x + 11, y - 13 * up)
+            twigs.append((month, dx, up, (x + 6, y - 6 * up), tip))
+            c.stroke(spline([(x, y), (x + 6, y - 6 * up), tip]), 2.2, 1)
+    c.band(branch, 7, 2.4, 'w')
+    c.lines([(x, y + 1.4) for x, y in branch[:70]], dash=(1, 1, 1, 0)); c.lines([(x, y + .4) for x, y in branch[:50]], dash=(1, 0, 0, 0, 1, 1, 0))
+    c.ell(10.5, 45, 3, 4.2, 'w'); c.ink(c.edge(c.mell(10.5, 45, 1.4, 2.2)))            # the sawn end
+    c.stroke(spline('282,22 290,17 296,15'), 2, 1); leaf(290, 16, -70, 9); leaf(289, 18, 15, 9); fruit(283, 34)
+    for month, dx, up, mid, tip in twigs:
+        if month == 0:
+            c.ell(*tip, 1.2, 1.4, 'k')
+        elif month == 1:
+            for x, y in (mid, tip): c.poly(spline(at(x + 1, y, [(-2, 0), (0, -3 * up), (2.4, -4.6 * up), (2.2, -.6 * up), (.6, 1.4 * up)]), True, 4), 'w'); c.px(x + 1, y - up)
+        elif month == 2:
+            leaf(mid[0], mid[1], 20 - 40 * up, 8); flower(tip[0] + 1, tip[1] - up); flower(mid[0] - 3, mid[1] - 3 * up)
+        elif month == 3:
+            for turn, length in ((-75, 11), (0, 13), (60, 11)): leaf(*tip, -35 * up + turn * up, length)
+            leaf(*mid, -130 * up, 10)
         else:
-            leaf(e[0], e[1], s_ * .1 - .3, 9); leaf(mid[0], mid[1], -s_ * .4, 9); leaf(mid[0], mid[1], s_ * 2.3, 8)
-            fruit(e[0] - 1, e[1] + 5, 4.8)
-            if s_ > 0: fruit(e[0] + 8, e[1] + 2, 4.2)
+            leaf(*tip, -70 * up, 11); leaf(*tip, -5 * up, 11); leaf(*mid, -140 * up, 9)
+            fruit(tip[0] - 12, tip[1] + 26 if up > 0 else tip[1] + 3)
     return c
 
 def pictures():

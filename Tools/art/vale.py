@@ -69,8 +69,9 @@ def arrival():
         (500, 56)]
     m = c.mpoly(pk + [(500, 120), (-6, 120)]); c.put(m, '25', 0); c.lines(pk)
     for i in range(3, len(pk) - 1, 2):
-        x, y = pk[i]; c.put(c.mpoly(at(x, y, '-16,9 0,0 16,8 7,7 2,13 -4,7 -9,11')) & m, 'w', 0)
-        c.shade(c.mpoly([(x, y), (x + 40, y + 22), (x + 48, 110), (x + 8, 110), (x + 6, y + 16)]) & m, '/')
+        (x, y), (fx, fy) = pk[i], pk[i + 1]
+        c.put(c.mpoly([(x, y), (fx, fy), (x + (fx - x) * .7, 98), (x + (fx - x) * .34, 98)]) & m, '50', 0)
+        c.put(c.mpoly(at(x, y, '-16,9 0,0 9,5 4,7 1,13 -4,7 -9,11')) & m, 'w', 0)
     c.lines(pk)
     # the vale runs away from the gate: terrace edges on both sides draw together at its head
     hx, hy = 262, 92

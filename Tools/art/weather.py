@@ -91,8 +91,7 @@ def weather():
     # 9 anvil and fork
     c = new(); m = c.mpoly(spline('2,6 10,3 36,2 46,5 38,9 34,13 37,18 30,21 20,21 13,18 15,12 11,9', True))
     c.put(m, '75'); c.put(m & c.mpoly('0,0 24,0 18,12 20,22 0,22') & ~c.edge(m), '50', 0); c.ink(c.edge(m))
-    z = [(25, 19), (20, 27), (25, 27), (19, 36), (31, 25), (26, 25), (31, 19)]; c.poly(z, 'w')
-    c.lines('24,27 31,33'); c.lines('25,27 32,33'); F.append(c)
+    c.poly('23,18 16,27 21,27 17,36 29,25 24,25 29,18', 'k'); c.lines('11,22 8,27'); c.lines('36,22 34,26'); F.append(c)
     # 10 thermometer's ground: a plank with five marks and an empty tube 6 wide, 50 high
     c = Canvas(22, 66, 384, 46); c.closed = True
     m = c.mpoly(arc(4, 4, 4, 4, 180, 270) + arc(18, 4, 4, 4, 270, 360) + arc(18, 62, 4, 4, 0, 90)
