@@ -281,11 +281,13 @@ bool Traveller::watchRaft()
 
 bool Traveller::answerRiver()
 {
-    if (player_.shows(CrossingPanel) && !onWater_) {
-        onWater_ = true;
-        run_.advance(150); // half way over
-        tell("Crossing" + std::to_string(lastLandmark_));
-        return true;
+    if (player_.shows(CrossingPanel)) {
+        if (!onWater_) {
+            onWater_ = true;
+            run_.advance(150); // half way over
+            tell("Crossing" + std::to_string(lastLandmark_));
+        }
+        return true; // and leaves the keys alone
     }
     if (player_.shows(CrossingResultPanel)) {
         if (onWater_)
