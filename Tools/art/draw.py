@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Draws every picture of the game anew, as 1-bit PNG files under Resources/."""
+"""Draws every picture of the game anew, as 1-bit PNG files under Resources/, and the program's icon."""
 import importlib
 import sys
 from pathlib import Path
@@ -10,8 +10,8 @@ from PIL import Image
 from ink import Canvas
 
 ROOT = Path(__file__).resolve().parents[2]
-MODULES = ('frame weather travel places_small trail_map title icons cursors start papers forks animals hunting crossing '
-           'raft people landmarks_plain landmarks_hills landmarks_heights vale introduction').split()
+MODULES = ('frame weather travel places_small trail_map title icons cursors start papers forks animals hunting '
+           'crossing raft people landmarks_plain landmarks_hills landmarks_heights vale introduction program_icon').split()
 
 
 def path_of(name):
@@ -30,7 +30,11 @@ def save(picture, path):
 def main(names):
     """Draws the named modules, or all."""
     for name in names or MODULES:
-        for picture, canvas in importlib.import_module(name).pictures().items():
+        module = importlib.import_module(name)
+        if hasattr(module, 'write'):
+            module.write(ROOT)  # what is no resource writes itself
+            continue
+        for picture, canvas in module.pictures().items():
             save(canvas, path_of(picture))
 
 
