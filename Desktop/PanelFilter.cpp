@@ -6,6 +6,7 @@
 #include <QFileSystemModel>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QSettings>
 
 namespace Desktop {
@@ -56,6 +57,7 @@ FilePanel::FilePanel(QWidget* window, const PanelRequest& request, Done done)
     QDir().mkpath(QString::fromStdString(request.folder));
     setOption(DontUseNativeDialog);
     setOption(DontUseCustomDirectoryIcons);
+    setOption(DontConfirmOverwrite); // it asks itself
     auto* const filter = new PanelFilter;
     filter->setParent(this);
     filter->ok = request.accepts;
@@ -105,16 +107,34 @@ void FilePanel::accept()
 {
     const QStringList files = selectedFiles();
     const QFileInfo info(files.isEmpty() ? QString() : files.front());
-    QString why;
-    if (acceptMode() == AcceptSave && !info.isDir()) {
-        why = refusal(info.fileName());
-        if (why.isEmpty() && info.exists() && accepts_ && !accepts_(info.filePath().toStdString()))
-            why = QString("There is a file “%1” of another kind. Please choose another name.").arg(info.fileName());
-    }
-    if (why.isEmpty())
+    if (acceptMode() != AcceptSave || info.isDir() || info.fileName().isEmpty())
         return QFileDialog::accept();
-    auto* const box = new QMessageBox(QMessageBox::Information, windowTitle(), why, QMessageBox::Ok, this);
+    QString why = refusal(info.fileName());
+    if (why.isEmpty() && info.exists() && accepts_ && !accepts_(info.filePath().toStdString()))
+        why = QString("“%1” is a file of another kind. It cannot be replaced.").arg(info.fileName());
+    if (!why.isEmpty())
+        refuse(why);
+    else if (info.exists())
+        askToReplace(info.fileName());
+    else
+        QFileDialog::accept();
+}
+
+void FilePanel::refuse(const QString& why)
+{
+    auto* const box = new QMessageBox(QMessageBox::Information, "Choose another name", why, QMessageBox::Ok, this);
     box->setAttribute(Qt::WA_DeleteOnClose);
+    box->open();
+}
+
+void FilePanel::askToReplace(const QString& name)
+{
+    auto* const box = new QMessageBox(QMessageBox::Question, "Replace it?",
+        QString("“%1” is there already. What it holds now would be lost.").arg(name), QMessageBox::Cancel, this);
+    const QPushButton* const replace = box->addButton("&Replace", QMessageBox::AcceptRole);
+    box->setDefaultButton(QMessageBox::Cancel);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    QObject::connect(replace, &QPushButton::clicked, this, [this] { QFileDialog::accept(); });
     box->open();
 }
 
