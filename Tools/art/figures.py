@@ -244,7 +244,7 @@ def small_ox(c, x, y, w, tone, f, yoke):
     if yoke and wide > 20: c.line(x + wide * .36, y - high, x + wide * .36, y - high * .7)
 
 def ox(c, x, y, w=36, h=22, tone='w', f=-1, phase=0, bell=False, shade='25', yoke=False, lying=False, headdown=0,
-        tail=0, eye=True):
+        tail=True, eye=True):
     """An ox facing left; x left edge, y ground row. phase 0 stands, 1..4 walk."""
     if w < 32 and not (phase or lying): return small_ox(c, x, y, w, tone, f, yoke)
     sx, sy = w / 70.0, h / 44.0
@@ -274,9 +274,9 @@ def ox(c, x, y, w=36, h=22, tone='w', f=-1, phase=0, bell=False, shade='25', yok
             else:
                 limb([(bx, 30), (bx + dx * .45 - (2 if up else 0), 37 - up * .5), (bx + dx, 43.2 - up)], 6, 4, dark)
     hd = headdown
-    # tail with its tuft
-    tp = [(65, 14), (68, 18), (68.4, 26), (68 + tail, 32)]
-    L(tp, 1.7 if sx > .5 else .6); L([tp[-2], (68.2 + tail, 36)], 2.2 if sx > .5 else 1, 4)
+    if tail:
+        L([(65, 14), (68, 18), (68.4, 26), (68, 32)], 1.7 if sx > .5 else .6)
+        L([(68.4, 26), (68.2, 36)], 2.2 if sx > .5 else 1, 4)
     # far horn
     L([(9, 8 + hd), (9, 4 + hd), (7, 1 + hd), (8, -1.5 + hd)], 2.2, 1)
     # body: withers, level back, hips, deep belly, brisket

@@ -107,7 +107,7 @@ def background():
     c.rect(wx + 48, wy - 53, wx + 51, wy - 50, 'k', 0)
     # second ox, lying behind
     ox(c, 74, 219, 66, 36, tone='50', shade=None, lying=True, eye=False)
-    ox(c, 140, 226, 66, 38, tone='w', lying=True, bell=True, tail=0)
+    ox(c, 140, 226, 66, 38, tone='w', lying=True, bell=True, tail=False)
     # woodpile by the chopping place
     for i in range(4):
         for j in range(4 - i):
