@@ -164,7 +164,7 @@ def crown(c, cx, cy, rx, ry, r, tone='w', lobes=None):
     c.clip = cl
     return m
 
-def bush(c, x, y, w, h, seed=1, tone='w', snow=False):
+def bush(c, x, y, w, h, seed=1, tone='w'):
     """A bush: ragged lobes on a flat foot, leaf marks on the lit side, hatching on the right."""
     r = random.Random(seed)
     m = c.mpoly(at(x, y, '-.42,0 -.38,-.4 0,-.8 .38,-.4 .42,0', w, h))

@@ -9,7 +9,7 @@ from figures import ox, person, wain, wheel
 from ink import at, points, spline, Sprite
 
 def crossing():
-    F = {}; r = random.Random(21); c = Sprite(262, 155, 64, 9)
+    F = {}; c = Sprite(262, 155, 64, 9)
     # far line of hills
     h = spline('-4,27 30,20 62,25 100,18 140,24 190,17 230,23 268,20', n=8)
     m = c.mpoly(h + [(268, 34), (-4, 34)]); c.put(m, '25', 0); c.lines(h); cloud(c, 150, 11, 60, 8, 4)
@@ -20,7 +20,7 @@ def crossing():
     R = spline('150,31 176,42 182,58 198,74 194,94 206,116 202,136 212,160', n=8); water = c.mpoly(L + R[::-1])
     c.put(water, 'calm', 0)
     c.shade(c.mpoly(L + [(x + 9 + i * .08, y) for i, (x, y) in enumerate(L)][::-1]) & water, '50')
-    land = ~water & c.mpoly(g + [(268, 160), (-4, 160)]); c.lines(L); c.lines([(x + 1, y) for x, y in L]); c.lines(R)
+    c.lines(L); c.lines([(x + 1, y) for x, y in L]); c.lines(R)
     # broken bank edges
     for p in R[4::7]:
         c.line(p[0] - 2, p[1] + 1, p[0] - 5, p[1] + 2)
@@ -143,13 +143,13 @@ ________#..#____________
 _________##_____________
 """)
     for k in (5, 6):
-        a = F[k].a; ys = np.nonzero(a.any(1))[0]; sft = 4 if k == 5 else -4
+        a = F[k].a
         F[k].a = np.roll(a, (-3 if k == 5 else -4), 0)
     # 7 afloat 62 by 42
     def afloat():
         c = Sprite(62, 42)
         # wheels lashed on top
-        T = spline('9,24 7,16 9,13 22,12 34,13 46,11 54,12 55,18 53,24', n=4); m = c.poly(T, 'w', heavy=1)
+        T = spline('9,24 7,16 9,13 22,12 34,13 46,11 54,12 55,18 53,24', n=4); c.poly(T, 'w', heavy=1)
         for x in (18, 28, 38, 47):
             c.line(x, 13, x, 23); c.shade(c.mrect(x + 1, 14, x + 4, 23), '25')
         wheel(c, 20, 8, 6.6, 8, 8); wheel(c, 40, 7, 6.6, 8, 8); c.line(16, 13, 44, 12)
@@ -160,11 +160,11 @@ _________##_____________
         c.poly('0,36 6,34 54,34 61,36 58,40 40,39 24,41 6,40', 'w'); c.lines('4,37 14,38 22,37 34,38 46,37 56,38')
         return c
     F[7] = afloat(); c = Sprite(62, 42)
-    def heel(draw):
+    def heel():
         a = math.radians(17)
         return lambda p: (31 + (p[0] - 31) * math.cos(a) - (p[1] - 24) * math.sin(a),
             24 + (p[0] - 31) * math.sin(a) + (p[1] - 24) * math.cos(a) + 3)
-    T = heel(0); c.poly([T(p) for p in spline('9,24 7,16 9,13 22,12 34,13 46,11 54,12 55,18 53,24', n=4)], 'w', heavy=1)
+    T = heel(); c.poly([T(p) for p in spline('9,24 7,16 9,13 22,12 34,13 46,11 54,12 55,18 53,24', n=4)], 'w', heavy=1)
     for x in (18, 28, 38, 47):
         c.line(*T((x, 13)), *T((x, 23)))
         c.shade(c.mpoly([T(q) for q in ((x + 1, 14), (x + 4, 14), (x + 4, 23), (x + 1, 23))]), '25')
@@ -204,7 +204,7 @@ _________##_____________
     c.shade(c.mpoly('30,8 36,7 42,18 33,16'), '25'); c.a[20:] = 0
     c.lines('0,21 8,20 16,21 30,20 44,21 59,20'); c.lines('10,23 24,22 40,23'); F[11] = c
     # 12 in the ford 112 by 42
-    def ford(down=False):
+    def ford():
         c = Sprite(112, 42); ox(c, 0, 43, 30, 20, yoke=True); ox(c, 12, 44, 30, 20, yoke=True, tone='w')
         c.line(40, 32, 56, 32); wain(c, 50, 44, 58, 42, lantern=True, ang=9)
         return c

@@ -6,7 +6,7 @@ import numpy as np
 from ink import at, Canvas, points, shifted, spline
 
 def person(c, x, y, h=22, f=-1, hat='broad', top='w', legs='k', skirt=False, arm=((1.8, 12.3), (3.6, 9.6)), arm2=None,
-        lean=0, tool=None, back=False, apron=False, stride=1.6, braid=False, bend=0):
+        lean=0, tool=None, back=False, apron=False, stride=1.6, braid=False):
     """A standing figure; x centre, y ground row (first row under the feet), f -1 looks left."""
     u = h / 22.0
     fx = f if f else 1
@@ -92,7 +92,7 @@ def halo(c, draw, r=1):
     c.a[m] = d.a[m]
     c.touch |= g
 
-def tiny(c, x, y, h=6, hat=True, c2=1):
+def tiny(c, x, y, h=6, hat=True):
     """A far figure of 6 rows or so: a peg with a head."""
     for j in range(h - 2):
         c.px(x, y - 1 - j); c.px(x + 1, y - 1 - j)
@@ -101,7 +101,7 @@ def tiny(c, x, y, h=6, hat=True, c2=1):
         c.line(x - 1, y - h, x + 2, y - h)
     if hat: c.px(x, y - h - 1)
 
-def wheel(c, cx, cy, r, ang=0, n=10, rim=1, spokes=True, fillw='w'):
+def wheel(c, cx, cy, r, ang=0, n=10, spokes=True, fillw='w'):
     """A spoked wheel."""
     if fillw:
         c.ink(c.mell(cx, cy, r, r), 0)
@@ -122,7 +122,7 @@ def wheel(c, cx, cy, r, ang=0, n=10, rim=1, spokes=True, fillw='w'):
     if r > 12:
         c.px(cx - .5, cy - .5)
 
-def wain(c, x, y, w, h, ang=0, lantern=True, hoops=5, tone='w', wheels=True, open_front=False, far=False, sink=0):
+def wain(c, x, y, w, h, ang=0, lantern=True, hoops=5, tone='w', wheels=True):
     """A wain from the left: x left edge of the tilt, y ground row; heads left."""
     X = lambda t: x + t * w
     Y = lambda t: y - h + t * h
@@ -156,11 +156,10 @@ def wain(c, x, y, w, h, ang=0, lantern=True, hoops=5, tone='w', wheels=True, ope
         if w > 30:
             sh_ = c.mstroke([(px_ + 0.028 * w, py_) for px_, py_ in pts], 0.05 * w) & m
             c.shade(sh_, '25')
-        if True:
-            cm = c.clip
-            c.clip = m if cm is None else (m & cm)
-            c.lines(pts, 1, None if w > 24 else (1, 0))
-            c.clip = cm
+        clip = c.clip
+        c.clip = m if clip is None else m & clip
+        c.lines(pts, 1, None if w > 24 else (1, 0))
+        c.clip = clip
     # shade under the roof edge, to the right
     if big:
         c.shade(m & c.mpoly([(X(.86), Y(0)), (X(1), Y(0)), (X(1), Y(.5)), (X(.9), Y(.5))]), '25')
@@ -299,7 +298,7 @@ def ox(c, x, y, w=36, h=22, tone='w', f=-1, phase=0, bell=False, shade='25', yok
         leg([(20, 29), (19.5 + dx * .4 - (3 if up else 0), 36.5 - up * .5), (19 + dx, 43.2 - up)], 9, 4.6, 5)
         leg([(60, 24), (63 + dx2 * .25, 34.5 - up2 * .4), (60.5 + dx2 * .8, 38.5 - up2), (60 + dx2, 43.2 - up2)], 13,
             4.4, 7)
-        if sx > .5: c.curve([P(57, 12), P(54.5, 18), P(56, 26)]) if sx > .8 else None
+        if sx > .8: c.curve([P(57, 12), P(54.5, 18), P(56, 26)])
         for bx, d, u_ in ((19, dx, up), (60, dx2, up2)):
             L([(bx + d - 2, 43 - u_), (bx + d + 1.8, 43 - u_)], 2.8)
     else:
@@ -350,7 +349,7 @@ def bird(c, x, y, k=0, s=3):
     else:
         c.lines([(x - s, y + 1), (x - 1, y), (x, y), (x + s - 1, y - 1)])
 
-def tent(c, x, y, w, h, door=0, tone='w', band=True):
+def tent(c, x, y, w, h, door=0, tone='w'):
     """A round felt tent; x centre, y ground row."""
     wall = h * .45
     m = c.poly(spline([(x - w / 2, y), (x - w / 2 + w * .01, y - wall)], n=2)

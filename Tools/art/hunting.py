@@ -33,7 +33,7 @@ def ground_():
         xx = x + r.uniform(-6, 6); c.poly([(xx - 2, 21), (xx, 16), (xx + 2, 21)], 'k', 0)
     F[1] = c
     # 2 the near bank with hat, shoulders, barrel
-    c = Canvas(494, 88, 9, 225); top = spline('-4,30 60,22 130,30 190,24 250,30 330,22 400,29 500,20', n=10)
+    c = Canvas(494, 88, 9, 225)
     edge_ = [(x, y) for x, y in spline('-6,30 60,24 130,31 186,27 206,40 290,40 308,27 370,30 430,24 500,29', n=10)]
     dark_grass(c, edge_, ((14, 14, 16), (30, 19, 20), (48, 25, 24), (70, 30, 27)), r, -4, 500, (8, 20),
         (14, 52, 87, 121, 158, 334, 372, 398, 441, 476), keep=lambda x, y: 196 < x < 298)
@@ -54,7 +54,7 @@ def ground_():
     F[2] = c
     # 3 ball
     c = Sprite(3, 3); c.a[:] = [[0, 1, 0], [1, 1, 1], [0, 1, 0]]; F[3] = c
-    def B(w, h, seed, snow=False, n=1):
+    def B(w, h, seed, snow=False):
         c = Sprite(w, h); m = bush(c, w / 2, h, w - 1, h - 1, seed)
         if snow:
             inner = c.inner(m); cap = m & ~shifted(m, 0, int(h * .42)); lo = inner & shifted(m, 0, int(h * .42))
@@ -76,7 +76,6 @@ def ground_():
         ex, ey = x + math.cos(a) * L, y + math.sin(a) * L; c.stroke([(x, y), (ex, ey)], w, max(1, w * .6))
         if d:
             for q in (-.5, .42): branch(ex, ey, a + q + r.uniform(-.15, .15), L * .72, max(1, w * .6), d - 1)
-    r2 = r
     for a, L in ((-2.5, 13), (-1.95, 14), (-1.3, 14), (-.7, 13)): branch(22, 31, a, L * .8, 2.6, 3)
     # a closed outline so that the mask is the tree itself: black strokes only
     F[15] = c; F[16] = c

@@ -1,6 +1,5 @@
 """The three pages of the introduction: a picture at the left, lettering at the right."""
 import math
-import random
 
 import numpy as np
 
@@ -43,7 +42,7 @@ def lettering(c, n, x=232, y=26, width=200):
     return y
 
 def page1():
-    c = Canvas(W2, H2); r = random.Random(3)
+    c = Canvas(W2, H2)
     # the coast at the right of the picture half, the road running off the left edge into white
     coast = spline('176,-6 188,20 178,44 192,72 182,100 196,128 186,156 198,184 188,214 200,256', n=10)
     sea = c.mpoly(coast + [(218, 256), (218, -6)])
@@ -56,11 +55,11 @@ def page1():
     # the drowned dykes and the harbour town
     for x, y in ((150, 24), (158, 42), (148, 60), (160, 82), (168, 190), (172, 208), (166, 240)):
         c.line(x - 9, y, x + 8, y); c.line(x - 5, y + 3, x + 12, y + 3)
-    t = c.poly('168,128 171,92 181,92 184,128', 'w', heavy=1); c.rect(169, 88, 183, 93, 'k', 0)
+    c.poly('168,128 171,92 181,92 184,128', 'w', heavy=1); c.rect(169, 88, 183, 93, 'k', 0)
     c.rect(172, 80, 180, 88, '75'); c.poly('170,81 176,73 182,81', 'k')
     for y in (100, 114): c.rect(171, y, 182, y + 6, 'k', 0)
     for k, (x, h) in enumerate(((132, 16), (144, 22), (156, 14))):
-        m = c.poly([(x, 130), (x, 130 - h), (x + 6, 130 - h - 7), (x + 12, 130 - h), (x + 12, 130)], 'w', heavy=1)
+        c.poly([(x, 130), (x, 130 - h), (x + 6, 130 - h - 7), (x + 12, 130 - h), (x + 12, 130)], 'w', heavy=1)
         c.rect(x + 3, 130 - h + 3, x + 6, 130 - h + 7, 'k', 0); c.rect(x + 1, 130 - h - 12, x + 4, 130 - h - 1, 'w')
     c.line(126, 131, 188, 131); say(c, 'small-9', 148, 144, 'Lanthorn', centre=True)
     # the road, dotted, over rivers and hills to the edge
@@ -141,7 +140,7 @@ def page2():
     return c
 
 def page3():
-    c = Canvas(W2, H2); r = random.Random(9)
+    c = Canvas(W2, H2)
     # the gate
     terraces(c, 0, 216, [30, 38, 47, 58, 72], seed=6)
     h = [(0, 26), (30, 14), (62, 24), (100, 8), (140, 22), (180, 12), (216, 24)]

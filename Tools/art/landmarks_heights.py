@@ -29,16 +29,15 @@ def aumbry():
             (x + 6, 128)], 'w', heavy=1)
     c.shade(c.mrect(60, 114, 80, 122) | c.mrect(92, 114, 112, 122) | c.mrect(124, 114, 144, 122)
         | c.mrect(156, 114, 176, 122), '75')
-    wall = c.rect(44, 52, 212, 112, 'w', heavy=1)
+    c.rect(44, 52, 212, 112, 'w', heavy=1)
     # wall of little locked cupboards
-    n = 0
     for j in range(7):
         for i in range(20):
-            x, y = 48 + i * 8, 55 + j * 8; c.rect(x, y, x + 8, y + 8, 'w'); c.px(x + 5, y + 4); n += 1
+            x, y = 48 + i * 8, 55 + j * 8; c.rect(x, y, x + 8, y + 8, 'w'); c.px(x + 5, y + 4)
     for i, j in ((4, 1), (9, 4), (16, 2)):
         x, y = 48 + i * 8, 55 + j * 8
         c.rect(x, y, x + 9, y + 9, 'k', 0); c.poly(at(x, y, '8,-1 16,2 16,12 8,9'), 'w', heavy=0); c.px(x + 14, y + 7)
-    roof = c.poly('34,54 58,30 198,30 222,54', 'w', heavy=1)
+    c.poly('34,54 58,30 198,30 222,54', 'w', heavy=1)
     for k, y in enumerate((36, 42, 48)):
         x0 = 58 - (y - 30); x1 = 198 + (y - 30); c.line(x0, y, x1, y)
         for x in range(int(x0) + 4 + k * 3, int(x1), 9): c.line(x, y, x - (1 if x < 128 else -1), y + 5)
@@ -47,7 +46,6 @@ def aumbry():
     # a ladder, and the old man taking out a fiddle
     c.line(136, 140, 142, 84); c.line(146, 140, 152, 84)
     for k in range(11): c.line(137 + k * .58, 136 - k * 5, 147 + k * .58, 136 - k * 5)
-    c.shade(c.mrect(0, 0, 0, 0), 'w')
     def old(d):
         person(d, 147, 120, 30, f=-1, hat='none', top='w', legs='k', arm=((3, 16), (6, 18)), back=True)
         d.put(d.mell(147, 92, 3, 3), 'w'); d.lines('145,95 148,97')
@@ -132,7 +130,6 @@ def saddle():
     c.curve('70,155 96,138 118,124 130,112', dash=(1, 1, 1, 0))
     c.curve('104,155 120,140 134,126 142,113', dash=(1, 1, 1, 0))
     stones(c, ((40, 150, 8), (30, 142, 6), (48, 141, 5), (40, 135, 5), (220, 148, 7), (236, 152, 9), (206, 152, 5)))
-    dr = c.mpoly(spline('150,160 172,148 204,144 240,142 270,136', n=6) + [(270, 165), (150, 165)])
     c.lines(spline('150,156 172,148 204,154 236,153 268,146', n=6))
     person(c, 72, 146, 22, f=1, hat='cap', top='w', arm=((3, 14), (5, 16)))
     person(c, 60, 147, 21, f=1, hat='shawl', top='50', legs='k', skirt=True)
@@ -204,10 +201,10 @@ def wicken():
     return c
 
 def elbow():
-    c = P(); r = random.Random(23)
+    c = P()
     # far hills beyond the bend
     h = spline('40,34 80,22 120,30 160,20 210,28 268,18', n=6)
-    m = c.mpoly(h + [(268, 50), (40, 50)]); c.put(m, '25', 0); c.lines(h); g2 = ground(c, '30,44 100,40 180,42 268,38')
+    m = c.mpoly(h + [(268, 50), (40, 50)]); c.put(m, '25', 0); c.lines(h); ground(c, '30,44 100,40 180,42 268,38')
     # the great bend of the river
     riv = c.mpoly(spline('268,48 210,50 150,54 112,64 104,82 124,104 170,130 186,170', n=8)
         + spline('268,170 262,140 230,112 190,92 176,80 190,70 226,62 268,60', n=8))
@@ -259,7 +256,7 @@ def elbow():
     return c
 
 def mourning():
-    c = P(); r = random.Random(37)
+    c = P()
     # white above to twelve percent at the horizon
     c.shade(c.mrect(0, 58, W, 84), '12'); c.shade(c.mrect(0, 40, W, 58), 'mist'); c.put(c.mell(40, 78, 11, 11), 'w')
     h = spline('-4,80 50,77 110,81 180,75 268,79', n=6)
@@ -301,7 +298,7 @@ def mourning():
         else:
             c.poly([(x - 6 * u, y - 19 * u), (x - .5, y - 19 * u), (x - 1.5 * u, y), (x - 6 * u, y)], 'k')
             c.poly([(x + .5, y - 19 * u), (x + 6 * u, y - 19 * u), (x + 6 * u, y), (x + 1.5 * u, y)], 'k')
-        m = c.poly(spline(at(x, y, '-8,-16 -8,-27 -4,-32 4,-32 8,-27 8,-16', u), n=4), tone, heavy=1)
+        c.poly(spline(at(x, y, '-8,-16 -8,-27 -4,-32 4,-32 8,-27 8,-16', u), n=4), tone, heavy=1)
         c.line(x, y - 30 * u, x, y - 18 * u); c.line(x - 5 * u, y - 27 * u, x - 5 * u, y - 17 * u)
         c.line(x + 5 * u, y - 27 * u, x + 5 * u, y - 17 * u)
         c.rect(x - 2 * u, y - 34 * u, x + 2 * u + 1, y - 31 * u, 'w', 0)

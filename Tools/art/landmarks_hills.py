@@ -148,7 +148,6 @@ def corbel():
     for x, y in ((124, 34), (132, 74)):
         c.rect(x, y, x + 7, y + 11, 'k', 0); c.line(x - 1, y + 11, x + 7, y + 11)
     # stair winding outside
-    st = [(90, 120), (104, 110), (122, 104), (140, 98), (158, 88)]
     def stair(pts):
         p = spline(pts, n=5); m = c.mpoly([(x, y - 7) for x, y in p] + [(x, y + 1) for x, y in p[::-1]]); c.put(m, 'w')
         for q in range(0, len(p) - 1, 2):
@@ -178,7 +177,7 @@ def corbel():
     return c
 
 def bakers():
-    c = P(); r = random.Random(2); h = spline('-4,84 40,80 90,83 150,78 210,82 268,79', n=6)
+    c = P(); h = spline('-4,84 40,80 90,83 150,78 210,82 268,79', n=6)
     m = c.mpoly(h + [(268, 92), (-4, 92)]); c.put(m, '25', 0); c.lines(h); g = ground(c, '-4,88 80,86 180,88 268,86')
     c.shade(g, 'stip')
     # far village
@@ -194,7 +193,7 @@ def bakers():
     def pit(x, y, w, lid=True):
         c.put(c.mell(x, y, w, w * .34), '75'); c.ink(c.edge(c.mell(x, y, w, w * .34)))
         if lid:
-            m = c.put(c.mell(x - w * .2, y - 2, w * .9, w * .32), 'w', heavy=1)
+            c.put(c.mell(x - w * .2, y - 2, w * .9, w * .32), 'w', heavy=1)
             c.rect(x - w * .2 - 3, y - 5, x - w * .2 + 3, y - 2, 'k', 0); c.line(x - w, y - 1, x + w * .5, y - 3)
     for x, y, w, l in ((30, 116, 12, True), (84, 122, 13, False), (176, 114, 12, True), (230, 118, 13, True)):
         pit(x, y, w, l); c.stroke([(x + w + 4, y + 2), (x + w + 4, y - 22)], 1.6)
@@ -225,7 +224,7 @@ def bakers():
     return c
 
 def ember():
-    c = P(); r = random.Random(8); c.a[:] = c.tone('75'); stars(c, c.mrect(0, 0, W, 50), 60, 5)
+    c = P(); c.a[:] = c.tone('75'); stars(c, c.mrect(0, 0, W, 50), 60, 5)
     # the afterglow low at the left
     gl = c.mpoly(spline('-4,62 50,66 110,74 160,80', n=6) + [(160, 92), (-4, 92)]); c.put(gl, '50', 0)
     gl = c.mpoly(spline('-4,76 50,79 110,84', n=6) + [(110, 92), (-4, 92)]); c.put(gl, '25', 0)
@@ -249,7 +248,7 @@ def ember():
     c.rect(168, 43, 187, 48, 'k', 0); light = c.mpoly('162,112 192,112 226,158 112,158'); c.put(light, 'w', 0)
     c.lines('160,116 116,154', dash=(1, 0, 0)); c.lines('194,116 222,154', dash=(1, 0, 0))
     m = c.poly([(162, 116), (162, 100)] + arc(177, 100, 15, 13, 180, 360) + [(192, 116)], 'k')
-    fl = c.poly('166,116 164,106 169,110 171,96 176,106 180,93 183,107 187,100 190,116', 'w')
+    c.poly('166,116 164,106 169,110 171,96 176,106 180,93 183,107 187,100 190,116', 'w')
     c.poly('172,116 174,108 177,112 180,105 182,116', '25'); c.rect(156, 116, 198, 119, 'w', heavy=1)
     # shelves of pots, left front
     c.rect(4, 112, 8, 152, 'w', heavy=1); c.rect(72, 112, 76, 152, 'w', heavy=1)
@@ -268,7 +267,7 @@ def ember():
             x += 10
     # the wain under an awning, right
     c.stroke('214,150 214,104', 2); c.stroke('260,154 260,100', 2); wain(c, 216, 150, 58, 42, lantern=False, ang=4)
-    aw = c.poly('208,106 264,98 270,108 212,117', 'w', heavy=1)
+    c.poly('208,106 264,98 270,108 212,117', 'w', heavy=1)
     for t in range(0, 56, 8):
         c.poly([(210 + t, 106.5 - t * .14), (214 + t, 106 - t * .14), (218 + t, 115 - t * .15),
             (214 + t, 115.6 - t * .15)], 'k', 0)

@@ -10,7 +10,7 @@ from ink import arc, at, points, spline
 from landmark import H, P, W
 
 def lanthorn():
-    c = P(); r = random.Random(3)
+    c = P()
     # sky, low sun at the left, sea at the right
     c.shade(c.mpoly(spline('0,52 80,46 180,52 262,48', n=6) + [(262, 62), (0, 62)]), '12'); cloud(c, 66, 24, 56, 10, 3)
     sea = c.mpoly('150,60 262,60 262,104 196,108 150,74')
@@ -82,13 +82,13 @@ def lanthorn():
     return c
 
 def linnet():
-    c = P(); r = random.Random(5); cloud(c, 160, 20, 66, 11, 7); cloud(c, 12, 30, 50, 8, 2)
+    c = P(); cloud(c, 160, 20, 66, 11, 7); cloud(c, 12, 30, 50, 8, 2)
     ground(c, '-4,74 80,72 180,74 268,71')
     for x in (206, 224, 246): tree(c, x, 76, 24 + x % 7, 'willow', x)
     # the long house from a corner: gable at the left, long side to the right
     side = c.poly('60,78 214,72 214,100 60,116', 'w', heavy=1); c.hatch(c.inner(side), 4, 0)
     gab = c.poly('28,108 28,80 44,50 60,78 60,116', 'w', heavy=0); c.hatch(c.inner(gab), 4, 0, off=2)
-    roof = thatch(c, '44,46 196,46 222,74 60,82', 26, 3)
+    thatch(c, '44,46 196,46 222,74 60,82', 26, 3)
     c.band('44,46 28,80 22,84', 4, tone='w'); c.lines('46,48 64,82'); c.line(62, 81, 220, 74); c.line(62, 82, 220, 75)
     # huge chimney and smoke straight up
     m = c.poly('132,56 134,20 160,20 162,56', 'w', heavy=1); courses(c, c.inner(m), 5, 9, 3, .7)
@@ -132,7 +132,7 @@ def linnet():
     return c
 
 def dial():
-    c = P(); cloud(c, 150, 26, 70, 11, 4); cloud(c, 8, 40, 44, 7, 9); g = ground(c, '-4,92 70,90 160,92 268,89')
+    c = P(); cloud(c, 150, 26, 70, 11, 4); cloud(c, 8, 40, 44, 7, 9); ground(c, '-4,92 70,90 160,92 268,89')
     m = c.mpoly(spline('-4,88 40,85 90,90 -4,91', n=5)); c.put(m, '25', 0)
     c.shade(c.mpoly('0,94 262,92 262,155 0,155'), 'grass')
     # shadow sweeping to the lower right
@@ -178,7 +178,7 @@ def mallow():
     cloud(c, 30, 26, 60, 10, 3); cloud(c, 180, 20, 56, 9, 5); ground(c, '-4,64 120,63 268,66')
     # barn, right of the middle
     m = c.poly('150,104 150,66 176,42 202,66 202,104', 'w', heavy=1); courses(c, c.inner(m), 5, 9, 3, .6)
-    c.poly('202,66 202,104 236,98 236,62', '/', heavy=1); roof = c.poly('176,42 212,38 238,63 202,67', 'w', heavy=1)
+    c.poly('202,66 202,104 236,98 236,62', '/', heavy=1); c.poly('176,42 212,38 238,63 202,67', 'w', heavy=1)
     for k in range(4): c.lines([(176 + 6.5 * k, 42 + 6.2 * k), (212 + 6.5 * k, 38 + 6.2 * k)])
     c.lines('147,68 176,40 205,68'); c.lines('147,69 176,41 205,69')
     c.poly('166,104 166,80 186,80 186,104', '75'); c.ink(c.edge(c.mrect(166, 80, 187, 105))); c.line(176, 80, 176, 104)
@@ -230,7 +230,7 @@ def river():
     h = spline('-4,50 60,44 130,49 200,43 268,48', n=6)
     m = c.mpoly(h + [(268, 60), (-4, 60)]); c.put(m, '25', 0); c.lines(h)
     # far bank of willows
-    far = ground(c, '-4,62 60,60 130,63 200,60 268,62')
+    ground(c, '-4,62 60,60 130,63 200,60 268,62')
     for i, x in enumerate((8, 30, 50, 76, 96, 128, 150, 178, 204, 226, 250)):
         tree(c, x, 68, 20 + (i * 7) % 13, 'willow', i)
     water = c.mpoly(spline('-4,70 60,68 130,71 200,68 268,71', n=6)

@@ -7,7 +7,7 @@ from ink import arc, at, Canvas, spline
 
 PW, PH = 72, 88
 
-def head(c, cx, cy, w=15, h=20, jaw=.62, chin=.34, tone='w', dirn=-1):
+def head(c, cx, cy, w=15, h=20, jaw=.62, chin=.34, tone='w'):
     """Face outline; returns its mask. cx, cy is the middle of the face; w and h half sizes."""
     pts = [(cx - w * .96, cy - h * .35), (cx - w * .7, cy - h * .86), (cx, cy - h), (cx + w * .72, cy - h * .86),
         (cx + w, cy - h * .3), (cx + w * .96, cy + h * .2), (cx + w * jaw * 1.1, cy + h * .68),
@@ -16,7 +16,7 @@ def head(c, cx, cy, w=15, h=20, jaw=.62, chin=.34, tone='w', dirn=-1):
     m = c.mpoly(spline(pts, True, 6)); c.put(m, tone)
     return m
 
-def features(c, cx, cy, w, h, m, brow=0, eye='open', nose=1.0, mouth='flat', age=0, lids=True, look=-1, shade=True):
+def features(c, cx, cy, w, h, m, brow=0, eye='open', nose=1.0, mouth='flat', age=0, look=-1, shade=True):
     """Eyes, nose, mouth, shade; the face looks a little to the left."""
     ox_ = -w * .16; ey = cy - h * .06
     for s_ in (-1, 1):
@@ -103,7 +103,7 @@ def immer():
         q = math.radians(a)
         c.line(44 + math.cos(q) * 6, 28 + math.sin(q) * 5, 41 + math.cos(q) * 29, 30 + math.sin(q) * 22)
     for k in (10, 18, 25): c.lines(arc(42, 29.5, k, k * .77))
-    hair = c.put(c.mell(37, 39, 18, 20), 'k', 0); c.poly('20,40 19,62 27,66 27,40', 'k')
+    c.put(c.mell(37, 39, 18, 20), 'k', 0); c.poly('20,40 19,62 27,66 27,40', 'k')
     c.poly('47,40 50,66 56,60 55,40', 'k'); neck(c, 36, 60, 72, 5); m = torso(c, 70, 31, 'w')
     c.poly('24,70 36,84 48,70 44,67 36,76 28,67', 'w')
     c.hatch(m & c.mrect(0, 72, 72, 88) & ~c.mpoly('24,70 36,86 48,70'), 4, 0)
@@ -143,8 +143,8 @@ def varrad():
 def keeper():
     c = new(); cx, cy, w, h = 36, 40, 14, 18
     hair = c.put(c.mell(37, 32, 19, 18), 'w', 1); c.shade(hair, '50'); c.put(c.mell(44, 12, 8, 7), '50')
-    neck(c, 36, 54, 68, 5); m = torso(c, 66, 32, 'k', heavy=0); c.poly('24,67 36,76 48,67 46,63 36,70 26,63', 'w')
-    ap = c.poly('22,88 23,74 49,74 50,88', 'w'); c.lines('23,74 27,66', 0); c.line(24, 74, 28, 67, 0)
+    neck(c, 36, 54, 68, 5); torso(c, 66, 32, 'k', heavy=0); c.poly('24,67 36,76 48,67 46,63 36,70 26,63', 'w')
+    c.poly('22,88 23,74 49,74 50,88', 'w'); c.lines('23,74 27,66', 0); c.line(24, 74, 28, 67, 0)
     c.line(48, 74, 45, 67, 0); c.stroke('23,75 28,66', 2, c=0); c.stroke('49,75 45,66', 2, c=0)
     fm = head(c, cx, cy, w, h, .7, .36); features(c, cx, cy, w, h, fm, eye='open', mouth='flat', age=1, brow=-1)
     c.put(c.mpoly(spline('21,40 22,28 32,21 44,22 51,30 51,42 47,32 36,27 26,32', True)), '50')
@@ -169,10 +169,10 @@ def father():
     c.put(c.mpoly(spline('23,38 22,26 29,18 38,15 48,17 54,25 53,40 50,30 44,25 34,27 27,28', True)), 'k', 0)
     c.shade(c.inner(fm) & c.mpoly('24,46 30,47 34,52 40,52 46,46 52,44 50,60 26,60') & ~c.mell(36, 48, 7, 2.6), 'stip')
     # sling with a baby
-    s_ = c.poly(spline('8,72 20,66 34,70 44,80 46,90 4,90', n=5), 'w', heavy=1)
+    c.poly(spline('8,72 20,66 34,70 44,80 46,90 4,90', n=5), 'w', heavy=1)
     c.poly('48,62 56,66 44,84 36,76', 'w'); c.line(50, 64, 40, 78); c.line(53, 66, 43, 80)
     for k in range(3): c.curve([(10 + k * 4, 76 + k * 3), (24 + k * 2, 74 + k * 4), (38, 82 + k * 3)])
-    b = c.put(c.mell(22, 65, 10, 9.4), 'w', heavy=1)
+    c.put(c.mell(22, 65, 10, 9.4), 'w', heavy=1)
     c.put(c.mell(22, 62, 11, 9) & ~c.mell(20, 66.4, 9, 8), '50'); c.lines(arc(22, 62, 11, 9, 170, 370))
     c.line(15, 66, 18, 66); c.line(21, 66, 24, 66); c.px(15, 65); c.px(24, 65); c.px(19, 69); c.line(18, 72, 20, 72)
     # his hand
@@ -182,7 +182,7 @@ def father():
 
 def mason():
     c = new(); cx, cy, w, h = 36, 43, 17, 19; neck(c, 36, 56, 70, 9); m = torso(c, 67, 36, 'w', slope=6)
-    ap = c.poly('18,90 20,74 52,74 54,90', '/', heavy=1); c.stroke('20,75 26,67', 2.4); c.stroke('52,75 46,67', 2.4)
+    c.poly('18,90 20,74 52,74 54,90', '/', heavy=1); c.stroke('20,75 26,67', 2.4); c.stroke('52,75 46,67', 2.4)
     fm = head(c, cx, cy, w, h, .82, .46); features(c, cx, cy, w, h, fm, mouth='smile', eye='smile', age=0, nose=1.0)
     # leather cap with flaps
     m = c.poly(spline('16,40 17,26 24,16 36,12 48,16 55,26 56,40 50,32 36,29 22,32', True, 5), '75'); c.ink(c.edge(m))
@@ -201,7 +201,7 @@ def mason():
     return c
 
 def child():
-    c = new(); cx, cy, w, h = 36, 46, 14, 16; neck(c, 36, 58, 72, 4); m = torso(c, 70, 25, 'w', slope=6)
+    c = new(); cx, cy, w, h = 36, 46, 14, 16; neck(c, 36, 58, 72, 4); torso(c, 70, 25, 'w', slope=6)
     c.poly('28,71 36,78 44,71 42,67 36,73 30,67', 'k'); c.line(36, 78, 36, 88)
     for y in (82, 87): c.px(38, y)
     c.lines('20,78 24,90'); c.lines('52,78 48,90'); c.rect(43, 79, 50, 86, 'w'); c.line(43, 82, 49, 82)
@@ -221,7 +221,7 @@ def child():
             38 + math.sin(q + .14) * (15 + L))], 2.4, 1)
     c.curve('28,30 34,27 41,29', 0)
     # a puppy's ears and nose over the arm
-    d = c.poly(spline('50,88 48,78 53,72 62,72 67,79 66,90', n=5), 'w', heavy=1)
+    c.poly(spline('50,88 48,78 53,72 62,72 67,79 66,90', n=5), 'w', heavy=1)
     c.poly(spline('50,76 45,82 48,88 52,82', True), 'k'); c.poly(spline('65,76 70,82 68,88 63,82', True), 'k')
     c.rect(54, 78, 56, 80, 'k', 0); c.rect(60, 78, 62, 80, 'k', 0); c.ell(58, 84, 2.6, 2, 'k')
     return c
@@ -249,7 +249,7 @@ def baker():
 def ethren():
     c = new(); cx, cy, w, h = 36, 42, 13, 18
     # white hair, knot behind
-    hm = c.put(c.mell(36, 32, 18, 17) | c.mell(50, 22, 8, 7.4), 'w', heavy=1)
+    c.put(c.mell(36, 32, 18, 17) | c.mell(50, 22, 8, 7.4), 'w', heavy=1)
     for k in range(5): c.curve([(21 + k * 2, 38 - k * 3), (30 + k * 2, 20 + k), (46, 20 + k * 2)])
     c.curve('44,20 51,17 55,22'); c.curve('46,25 51,22 54,26'); neck(c, 36, 56, 70, 5); m = torso(c, 67, 31, 'w')
     c.poly('36,72 24,66 26,90 36,90', 'w', heavy=0); c.shade(m & c.mrect(48, 60, 72, 90) & ~c.edge(m), '25')

@@ -1,6 +1,5 @@
 """The raft run: map, marker, raft, rock from near to far, and the right bank in eleven phases."""
 import math
-import random
 
 import numpy as np
 
@@ -13,7 +12,7 @@ def raft(k):
     b0 = ((21, 41), (16, 36), (26, 46))[k]; b1 = ((12, 40), (17, 45), (23, 49))[k]
     b2 = ((8, 48), (11, 50), (13, 53))[k]; b3 = ((6, 58), (5, 57), (5, 57))[k]
     # steersman above the tilt, arms on the sweep
-    x = (b0[0] + b0[1]) / 2; lean = (k - 1)
+    x = (b0[0] + b0[1]) / 2
     c.band([(x - 2, 7), (x - 6, 5), (b0[0] + 1.5, 6.5)], 2.6, tone='w')
     c.band([(x + 2, 7), (x + 6, 5), (b0[1] - 1.5, 6.5)], 2.6, tone='w')
     c.poly([(x - 4, 10), (x - 4, 5), (x + 4, 5), (x + 4, 10)], 'k')
@@ -148,7 +147,7 @@ def bank(p):
     return c
 
 def raft_map():
-    c = Canvas(87, 304, 416, 8); r = random.Random(8)
+    c = Canvas(87, 304, 416, 8)
     P = [(0, 282, 48), (18, 264, 51), (46, 236, 50), (114, 168, 59.9), (115, 167, 59), (153, 129, 46.3),
         (191, 91, 42.1), (192, 90, 41), (220, 62, 30.4), (268, 14, 30)]
     mid = [(51, 310)] + [(h + 3.5, v + 3.5) for _, v, h in P] + [(33.5, -4)]

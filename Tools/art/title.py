@@ -220,7 +220,7 @@ def chopper_(c, k):
         c.band([(sx, sy), (hx - 5, y + 19), (hx - 6, y + 24)], 3, tone='w')
 
 def smokes(c, k):
-    x, y = 10, 119; lean = (-14, 0, 12)[k]; r = random.Random(4); n = 8; L = []; R = []
+    x, y = 10, 119; lean = (-14, 0, 12)[k]; n = 8; L = []; R = []
     for i in range(n + 1):
         t = i / n; cx = x + 20 + lean * t * t + math.sin(t * 6 + k) * 1.2; w = 1.4 + 7 * t
         L.append((cx - w / 2, y + 27 - 26 * t)); R.append((cx + w / 2, y + 27 - 26 * t))

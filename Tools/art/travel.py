@@ -1,6 +1,5 @@
 """The travel scene: backdrop, clouds, ground, and the wain with its leading pair in four steps."""
 import math
-import random
 
 import numpy as np
 
@@ -63,7 +62,7 @@ def scene():
         t.lines(at(x, y, '-1,-1 0,0 1,-1'))
     c = Canvas(524, 14); c.a = np.concatenate([t.a, t.a], 1); F[1] = c
     # 2 ground: period 240
-    t = Canvas(240, 5); r = random.Random(8); t.a[0] = 1
+    t = Canvas(240, 5); t.a[0] = 1
     for x in list(range(0, 240)):
         if (x * 7) % 13 in (0, 1, 2, 3, 4, 5, 6) and 90 > (x % 97): t.a[2, x] = 1
         if (x * 5 + 3) % 17 < 6: t.a[4, x] = 1

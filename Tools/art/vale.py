@@ -1,6 +1,5 @@
 """Yonderley: its gate, and the vale at evening."""
 import math
-import random
 
 import numpy as np
 
@@ -10,7 +9,7 @@ from ink import arc, at, Canvas, spline
 from landmark import H, P, W
 
 def yonder():
-    c = P(); r = random.Random(33)
+    c = P()
     h = [(-4, 34), (30, 14), (60, 28), (96, 8), (130, 26), (170, 12), (204, 30), (236, 16), (268, 34)]
     m = c.mpoly(h + [(268, 60), (-4, 60)]); c.put(m, '25', 0); c.lines(h)
     for i in (1, 3, 5, 7):
@@ -19,14 +18,14 @@ def yonder():
     terraces(c, -4, 268, [44, 54, 65, 78, 94], seed=4)
     for x, y in ((20, 44), (44, 54), (70, 44), (200, 46), (226, 56), (246, 45), (30, 66), (240, 68)):
         tree(c, x, y + 2, 13, 'poplar' if x % 3 else 'round', x)
-    g = ground(c, '-4,112 80,111 180,111 268,113')
+    ground(c, '-4,112 80,111 180,111 268,113')
     # the gate with two stone posts
     for x in (84, 160):
         m = c.rect(x, 44, x + 22, 134, 'w', heavy=1); courses(c, c.inner(m), 7, 11, x, .75)
         c.shade(m & c.mrect(x + 15, 46, x + 21, 133), '/')
         c.rect(x - 4, 38, x + 26, 46, 'w', heavy=1); c.ell(x + 11, 33, 6, 6, 'w', heavy=1)
     # open leaf of the gate, and the other shut
-    lf = c.poly('106,58 132,64 132,128 106,132', 'w', heavy=1)
+    c.poly('106,58 132,64 132,128 106,132', 'w', heavy=1)
     for t in (.25, .5, .75): c.line(106 + 26 * t, 58 + 6 * t, 106 + 26 * t, 131 - 4 * t)
     c.lines('106,74 132,78'); c.lines('106,112 132,111')
     c.rect(146, 60, 160, 132, 'w', heavy=1); c.line(150, 60, 150, 131); c.line(155, 60, 155, 131)
@@ -52,7 +51,7 @@ def yonder():
     return c
 
 def arrival():
-    c = Canvas(494, 264, 9, 9); r = random.Random(41); hz = 70
+    c = Canvas(494, 264, 9, 9)
     c.shade(c.mpoly(spline('0,46 90,40 200,47 320,38 494,44', n=8) + [(494, 92), (0, 92)]), '12')
     c.shade(c.mpoly(spline('0,30 120,26 260,33 380,24 494,29', n=8) + spline('494,44 320,38 200,47 90,40 0,46', n=8)),
         'mist')
@@ -122,7 +121,7 @@ def arrival():
                 if 2.5 < hgt < 15:
                     tree(c, x, y + 1, 4 + hgt * 1.15, 'round' if (i + k) % 3 else 'poplar', i + k)
     # canals as white threads: one falls down the steps on each side, the stream gathers them
-    def thread(P_, w0, w1, shade_=True):
+    def thread(P_, w0, w1):
         p = spline(P_, n=8); c.ink(c.mstroke([(x + .9, y) for x, y in p], w0 + 1.4, w1 + 1.8), 1)
         c.ink(c.mstroke(p, w0, w1), 0)
     thread([(90, 96), (104, 112), (132, 124), (150, 142), (190, 152), (240, 156), (254, 158)], 1.6, 3.2)
@@ -139,7 +138,7 @@ def arrival():
         c.rect(x + s * .5, y - s * .5, x + s * .5 + max(2, s * .3), y, 'k', 0)
         c.curve([(x + s, y - s * 1.8), (x + s - 2, y - s * 1.8 - 5), (x + s + 1, y - s * 1.8 - 10)])
     for x, y, h_ in ((246, 150, 5), (250, 150, 5), (292, 158, 6), (226, 182, 7), (231, 183, 7), (304, 196, 8)):
-        tiny(c, x, y, h_, c2=0)
+        tiny(c, x, y, h_)
     for x, y, hh in ((232, 150, 12), (312, 152, 13), (196, 178, 16), (336, 186, 18), (290, 128, 9)):
         tree(c, x, y, hh, 'poplar' if x % 3 else 'round', x)
     # the nearest wall: a ladder, a trowel, a bowl of soup, waiting
@@ -167,7 +166,7 @@ def arrival():
     c.shade(m & c.mrect(474, 110, 484, 264), '/'); c.rect(438, 96, 492, 110, 'w', heavy=1)
     c.ell(466, 84, 12, 12, 'w', heavy=1); c.shade(c.mell(469, 86, 9, 9) & ~c.mell(464, 82, 9, 9), '50')
     c.rect(442, 150, 447, 153, 'k', 0); c.rect(442, 226, 447, 229, 'k', 0)
-    lf = c.poly('442,140 408,150 408,250 442,244', 'w', heavy=1)
+    c.poly('442,140 408,150 408,250 442,244', 'w', heavy=1)
     for t in (.2, .4, .6, .8): c.line(442 - 34 * t, 140 + 10 * t, 442 - 34 * t, 244 + 6 * t)
     c.lines('441,160 408,168'); c.lines('441,162 408,170'); c.lines('441,226 408,232'); c.lines('441,228 408,234')
     front_tufts(c, '330,258 350,262 382,260 312,248 398,262 426,262')
