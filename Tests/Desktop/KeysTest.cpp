@@ -1,4 +1,4 @@
-// Keys, from the host's events to the Toolbox's queue.
+// Keys and mouse, from the host's events to the Toolbox's queue.
 
 #include "MacToolbox/Managers/Menus.h"
 #include "Tests/Desktop/DesktopFixture.h"
@@ -116,4 +116,43 @@ TEST_F(Keys, HostKeysNeverReachTheGame)
         EXPECT_TRUE(taken().empty()) << key.name;
         delegate().window().showNormal();
     }
+}
+
+TEST_F(Keys, TheMouseIsMappedByTheScaleOfThePicture)
+{
+    const auto mouse = [&](QEvent::Type type, double x, double y, Qt::MouseButton button) {
+        QMouseEvent event(type, {x, y}, view().mapToGlobal(QPointF(x, y)), button, button, kNone);
+        QApplication::sendEvent(&view(), &event);
+    };
+    delegate().setScale(2);
+    settle();
+    ASSERT_EQ(view().size(), QSize(1024, 644));
+    Screen::shared().setViewport({21, 64, 342, 512});
+    EXPECT_EQ(view().globalPoint({5, 5}), (Point{23, 66}));
+    EXPECT_EQ(view().globalPoint({-0.5, 5.9}), (Point{23, 63}));
+    Screen::shared().setViewport({20, 0, 342, 512});
+
+    mouse(QEvent::MouseButtonPress, 100, 60, Qt::RightButton);
+    EXPECT_TRUE(taken().empty());
+    mouse(QEvent::MouseButtonPress, 100, 60, Qt::LeftButton);
+    mouse(QEvent::MouseMove, 1100, -8, Qt::NoButton);
+    EXPECT_EQ(Input::mouseLocation(), (Point{16, 550}));
+    mouse(QEvent::MouseButtonRelease, 1100, -8, Qt::LeftButton);
+    mouse(QEvent::MouseButtonDblClick, 100, 60, Qt::LeftButton);
+    const auto events = taken();
+    ASSERT_EQ(events.size(), 3U);
+    EXPECT_EQ(events[0].what, mouseDown);
+    EXPECT_EQ(events[0].where, (Point{50, 50}));
+    EXPECT_EQ(events[1].what, mouseUp);
+    EXPECT_EQ(events[2].what, mouseDown);
+    mouse(QEvent::MouseButtonRelease, 100, 60, Qt::LeftButton);
+    taken();
+
+    // Three times as large with a border: a press on the border is none.
+    delegate().setScale(3);
+    delegate().window().resize(delegate().window().size() + QSize(200, 100));
+    settle();
+    EXPECT_EQ(view().globalPoint({100 + 30, 50 + 60}), (Point{40, 10}));
+    mouse(QEvent::MouseButtonPress, 50, 200, Qt::LeftButton);
+    EXPECT_TRUE(taken().empty());
 }

@@ -66,10 +66,10 @@ protected:
         SFGetFile({}, pstr("?"), filter, count, types, nullptr, reply);
         return reply;
     }
-    static SFReply put(const char* name)
+    static SFReply put(const char* name, OSType kind = 0)
     {
         SFReply reply{true, true, 1, 2, 3, pstr("before")};
-        SFPutFile({}, pstr("Save as:"), pstr(name), nullptr, reply);
+        SFPutFile({}, pstr("Save as:"), pstr(name), nullptr, reply, kind);
         return reply;
     }
 
@@ -129,4 +129,6 @@ TEST_F(StandardFile, PanelsShowWhatTheGameAcceptsAndAnswerIt)
     EXPECT_TRUE(platform.saving);
     EXPECT_EQ(platform.prompt, "Save as:");
     EXPECT_EQ(platform.name, "proposed é");
+    put("x", kOther);
+    EXPECT_EQ(platform.accepted, "-+-") << "what may be replaced";
 }
