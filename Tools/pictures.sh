@@ -34,9 +34,9 @@ for script in "$pictures"/capture/*.script; do
     play "$(basename "$script" .script)"
 done
 
-whole title letter party store month lanthorn guide people food rest pace landmark talk trade offer river hunted last-choice \
-    lost arrival score legends
-for name in travel-3:travel hunt-2:hunt raft-2:raft; do
+whole title letter party store month guide people food rest pace landmark talk offer river hunted last-choice \
+    lost arrival score legends introduction unlock time
+for name in travel-3:travel hunt-2:hunt; do
     cp "$work/${name%:*}.png" "$work/${name#*:}.png"
     whole "${name#*:}"
 done
