@@ -16,7 +16,7 @@ def cloud(c, x, y, w, h=10, seed=1):
         wide = w * step / sum(steps)
         high = h * (.35 + .65 * math.sin(math.pi * (left + wide / 2 - x) / w))
         puffs.append((left + wide / 2, y - high * .5, wide * .62, high * .5))
-        mass |= c.mell(*puffs[-1])
+        mass |= c.mell(*puffs[-1]) | c.mrect(left - wide * .1, y - high * .5, left + wide * 1.1, y + 1)
         left += wide
     mass &= np.indices(mass.shape)[0] <= y
     rim = mass & ~(shifted(mass, 1, 0, True) & shifted(mass, -1, 0, True) & shifted(mass, 0, 1, True))
@@ -36,26 +36,21 @@ def tree(c, x, y, h, kind='round', seed=1, tone='w'):
         c.stroke([(x, y - h * .36), (x - h * .16, y - h * .52)], max(1, h * .03))
         crown(c, x, y - h * .66, h * .40, h * .34, r, tone)
     elif kind == 'willow':
-        c.band(at(x, y, '-.02,0 .03,-.3 0,-.55', h), max(2, h * .1), max(1.4, h * .06), 'k' if h < 44 else 'w')
-        top = at(x, y, '-.46,-.3 -.4,-.66 -.2,-.92 .05,-1 .28,-.88 .44,-.6 .46,-.25', h)
-        pts = spline(top, n=6)
-        # hanging fringe
-        fr = []
-        k = 9
-        for i in range(k + 1):
-            t = i / k
-            fx = x + h * .46 - h * .92 * t
-            fr.append((fx, y - h * (.14 + r.random() * .18)))
-            fr.append((fx - h * .045, y - h * (.42 + r.random() * .1)))
-        m = c.poly(pts + fr, tone)
-        for i in range(int(h / 3)):
-            t = r.random()
-            fx = x + (t - .5) * h * .8
-            top_y = y - h * (.9 - abs(t - .5) * .9 - r.random() * .25)
-            cl = c.clip; c.clip = m if cl is None else cl & m
-            c.curve([(x + (fx - x) * .8, top_y), (fx, top_y + h * .12), (fx + (t - .5) * 2, top_y + h * .35)])
-            c.clip = cl
-        c.shade(m & c.mrect(x + h * .16, 0, c.w, c.h), '25')
+        c.band(at(x, y, '-.02,0 .03,-.3 0,-.6', h), max(2, h * .09), max(1.4, h * .06), 'k')
+        clip = c.clip
+        # masses of hanging branches, the ones behind first, each a curtain with a ragged foot
+        for side, top, low, wide in ((-.12, 1, .3, .26), (.16, .98, .26, .26), (-.3, .84, .1, .2), (.3, .82, .08, .2), (0, .9, .22, .24)):
+            cx = x + side * h
+            foot = [(cx + wide * h * (1 - 2 * k / 6), y - h * (low + (.1 if k % 2 else 0) + r.random() * .06)) for k in range(7)]
+            curtain = c.poly(spline(at(cx, y, [(-wide, -low), (-wide * .95, -top * .74), (0, -top), (wide * .95, -top * .74), (wide, -low)], h), n=5)
+                             + foot[1:-1], tone)
+            c.clip = c.inner(curtain) if clip is None else clip & c.inner(curtain)
+            n = max(2, int(wide * h / 2.2))
+            for k in range(n):
+                fx = cx + wide * h * (2 * (k + .5) / n - 1)
+                c.lines([(cx + (fx - cx) * .7, y - h * (top - .14)), (fx, y - h * (top * .55)), (fx, y - h * low)], dash=(1, 1, 1, 0) if k % 2 else None)
+            if side > 0: c.shade(curtain, '25')
+            c.clip = clip
     elif kind == 'fir':
         c.rect(x - max(1, h * .03), y - h * .14, x + max(1, h * .03) + 1, y, 'k', 0)
         n = max(3, int(h / 7))

@@ -236,12 +236,13 @@ def river():
     water = c.mpoly(spline('-4,70 60,68 130,71 200,68 268,71', n=6)
         + spline('268,120 220,118 170,124 120,120 60,128 -4,122', n=6))
     c.put(water, 'w')
-    # reflections of the far bank: every second row
-    refl = c.a[38:68][::-1].copy()
-    for k in range(0, 22, 2):
-        row = refl[k]; y = 71 + k; mm = water[y]; c.a[y][mm] = row[mm]
-    c.shade(water & (np.indices((H, W))[0] > 88), 'calm'); c.shade(water & (np.indices((H, W))[0] < 74), '50')
-    c.ink(c.edge(water))
+    # the willows stand on their heads in it, in every second row
+    rows, columns = np.indices((H, W))
+    for i, x in enumerate((8, 30, 50, 76, 96, 128, 150, 178, 204, 226, 250)):
+        deep = 9 + (i * 7) % 13 * .8
+        shape = c.mpoly(spline(at(x, 72, [(-8, 0), (-9, deep * .5), (-4, deep), (0, deep * .8), (5, deep), (9, deep * .4), (8, 0)]), n=4))
+        c.shade(shape & water & (rows % 2 == 0), '75')
+    c.shade(water & (rows > 88), 'calm'); c.shade(water & (rows < 73), '50'); c.ink(c.edge(water))
     # small: wheel tracks coming out again on the far side
     rd = c.mpoly('112,70 118,62 124,58 128,58 126,63 124,71'); c.put(rd, 'w', 0); c.lines('112,70 117,63 124,58')
     c.lines('124,71 126,63 128,58'); c.lines('118,70 121,64', dash=(1, 0))
