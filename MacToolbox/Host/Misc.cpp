@@ -71,13 +71,15 @@ void pumpTasks()
         runTasksOnce();
 }
 
-constexpr std::pair<OSType, Int> kGestalt[] = {
+const std::map<OSType, Int> kThisMachine{
     {gestaltSystemVersion, 1793},    {gestaltAppleEventsAttr, 1},    {gestaltStandardFileAttr, 0},
     {gestaltQuickdrawVersion, 0},    {gestaltAliasMgrAttr, 1},       {gestaltFindFolderAttr, 1},
     {gestaltMachineType, 5},         {gestaltProcessorType, 1},      {gestaltFPUType, 0},
     {gestaltAppleTalkVersion, 0},    {gestaltPhysicalRAMSize, 0x400000},
     {gestaltLogicalRAMSize, 0x400000},
 };
+
+RunState<std::map<OSType, Int>> sMachine;
 
 bool isDigits(std::string_view text)
 {
@@ -167,10 +169,17 @@ OSErr SysEnvirons(Int, SysEnvRec& rec)
     return noErr;
 }
 
+std::map<OSType, Int>& gestaltAnswers()
+{
+    if (sMachine->empty())
+        *sMachine = kThisMachine;
+    return *sMachine;
+}
+
 OSErr Gestalt(OSType selector, Int& result)
 {
-    const auto found = std::ranges::find(kGestalt, selector, &std::pair<OSType, Int>::first);
-    const bool known = found != std::end(kGestalt);
+    const auto found = gestaltAnswers().find(selector);
+    const bool known = found != gestaltAnswers().end();
     result = known ? found->second : 0;
     return known ? noErr : kGestaltUndefSelector;
 }

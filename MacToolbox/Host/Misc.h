@@ -6,6 +6,7 @@
 #include "MacToolbox/QuickDraw/QuickDraw.h" // GetMainDevice and its like
 
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string_view>
@@ -63,6 +64,8 @@ inline constexpr OSType gestaltSystemVersion = os("sysv"), gestaltAppleEventsAtt
                         gestaltSoundAttr = os("snd ");
 /// @return 0, or -5551 with result 0 for a selector that is not known.
 OSErr Gestalt(OSType selector, Int& result);
+/// What `Gestalt` knows, by selector; may be changed, for another machine. Each run begins with this one. Game thread.
+std::map<OSType, Int>& gestaltAnswers();
 
 inline constexpr Int OSTrap = 0, ToolTrap = 1;
 /// The address of a trap; that of 0xA89F stands for "not implemented".

@@ -6,7 +6,6 @@
 #include "Wainroad/Errors/Errors.h"
 #include "Wainroad/Frame/Alerts.h"
 #include "Wainroad/Frame/Items.h"
-#include "Wainroad/Game/Wainroad.h"
 #include "Wainroad/Journal/LogView.h"
 #include "Wainroad/Persistence/Config.h"
 #include "Wainroad/Persistence/Legends.h"
@@ -79,10 +78,10 @@ void talkTo(Visit& v)
     v.player.click(TalkChoicePanel, 1);
 }
 
-void atRiver(Visit& v, const ViewProc& panel)
+void atRiver(Visit& v, const ViewProc& panel, Int place = 9)
 {
-    v.change([](GameState& train) {
-        train.landmark = 9;
+    v.change([&](GameState& train) {
+        train.landmark = place;
         train.toNext = 0;
         train.riverDepth = 13, train.riverWidth = 100;
     });
@@ -173,6 +172,8 @@ void manage(Visit& v, Int item)
 
 void clickInDialog(Visit& v, Point at)
 {
+    if (!Visit::dialog())
+        return;
     const Rect place = Visit::dialog()->contentRect.offsetBy(-gWindow->contentRect.left, -gWindow->contentRect.top);
     v.run.play("down " + std::to_string(place.left + at.h) + " " + std::to_string(place.top + at.v) + "\nwait 0.2");
 }
@@ -276,7 +277,7 @@ const Stop kStops[] = {
      }},
     // Rivers and the raft
     {"River with a ferry", From::road, &RiverPanel, [](Visit& v) { atRiver(v, RiverPanel); }},
-    {"River with a guide", From::road, &RiverPanel, [](Visit& v) { standAt(v, 12), v.open(RiverPanel); }},
+    {"River with a guide", From::road, &RiverPanel, [](Visit& v) { atRiver(v, RiverPanel, 11); }},
     {"River: too shallow", From::road, &TooShallowPanel, [](Visit& v) { atRiver(v, TooShallowPanel); }},
     {"River: no ferry", From::road, &NoFerryNeededPanel, [](Visit& v) { atRiver(v, NoFerryNeededPanel); }},
     {"River: ferry too dear", From::road, &NoFerryMoneyPanel, [](Visit& v) { atRiver(v, NoFerryMoneyPanel); }},
@@ -346,56 +347,7 @@ const Stop kStops[] = {
 
 } // namespace
 
-Visit::Visit(From from, std::vector<std::string> resources)
-    : run(Wainroad_main, {"", {}, std::move(resources)})
-{
-    switch (from) {
-    case From::start: player.waitFor(TitlePanel, 300); break;
-    case From::store: player.toStore("Hob", 0); break;
-    case From::road:
-    case From::rolling:
-        player.setOut();
-        run.advance(60);
-        break;
-    }
-    if (from == From::rolling) {
-        player.click(ContinuePanel, 1);
-        player.waitFor(TimeOutPanel, 400);
-        run.advance(600);
-    }
-}
-
-void Visit::open(const ViewProc& panel)
-{
-    OpenPanel(panel);
-    run.advance(30);
-}
-
-void Visit::change(const std::function<void(GameState&)>& how)
-{
-    how(gTrain);
-    run.advance(100);
-}
-
-DialogPtr Visit::dialog() { return std::dynamic_pointer_cast<DialogRecord>(FrontWindow()); }
-
-void Visit::clickDialog(Int item)
-{
-    const DialogPtr front = dialog();
-    const DItem* const target = front ? front->item(item) : nullptr;
-    if (!target)
-        return;
-    const Rect place = target->rect.offsetBy(front->contentRect.left - gWindow->contentRect.left, front->contentRect.top - gWindow->contentRect.top);
-    run.play("click " + std::to_string((place.left + place.right) / 2) + " " + std::to_string((place.top + place.bottom) / 2) + "\nwait 0.3");
-}
-
-void Visit::answerDialogs()
-{
-    for (int tries = 0; tries < 4 && run.running() && dialog(); ++tries)
-        tries % 2 == 0 ? player.key("return") : clickDialog(2);
-}
-
-std::vector<Surface> Visit::surfaces() const
+std::vector<Surface> surfacesOf(const Visit&)
 {
     std::vector<Surface> found;
     for (const WindowPtr& window : WindowManager::shared().windows)

@@ -35,7 +35,7 @@ bool isMeant(const std::string& stop, const std::string& fault)
 std::vector<std::string> faultsIn(const Visit& game)
 {
     std::vector<std::string> all;
-    for (const Surface& surface : game.surfaces())
+    for (const Surface& surface : surfacesOf(game))
         for (const std::string& fault : faultsOf(surface))
             all.push_back(fault);
     return all;
@@ -194,7 +194,7 @@ bool isFound(const Visit& game, const Rect& room, const std::string& wanted)
 {
     const Point by = room.topLeft();
     std::string said;
-    for (Surface surface : game.surfaces()) {
+    for (Surface surface : surfacesOf(game)) {
         if (surface.room != room)
             continue;
         for (Box& box : surface.boxes)

@@ -92,6 +92,8 @@ void ConfigError(Int code)
 {
     Str255 text;
     GetIndString(text, kTexts, code);
+    if (characters(text).empty())
+        Fatal(resNotFound, "ConfigError");
     PrintError(text);
     ShowText(code);
     if (gConfigMode == 2)
