@@ -159,16 +159,16 @@ def dial():
         for k in range(n):
             c.line(x0 + k * 9, y0 + (k % 2), x0 + k * 9, y0 + 9 + (k % 2))
             c.line(x0 + k * 9, y0 + 3, x0 + k * 9 + 9, y0 + 4); c.line(x0 + k * 9, y0 + 6, x0 + k * 9 + 9, y0 + 7)
-    for x, y in ((210, 120), (222, 121), (236, 122)): ox(c, x, y, 9, 6, shade=None)
+    for x, y in ((210, 120), (222, 121), (236, 122)): halo(c, lambda d: ox(d, x, y, 9, 6))
     for x, y in ((24, 135), (36, 136), (50, 136), (62, 135)):
-        ox(c, x, y, 10, 7, shade=None, tone='k' if x % 3 == 0 else 'w')
+        halo(c, lambda d: ox(d, x, y, 10, 7, tone='k' if x % 3 == 0 else 'w'))
     for x, y in ((60, 122), (66, 124), (170, 118), (140, 121), (194, 116), (218, 114), (120, 108), (124, 110)):
         tiny(c, x, y)
     # two wains come in along the shadow's edge, tiny
-    wain(c, 186, 142, 15, 11, lantern=False); ox(c, 174, 142, 10, 6, shade=None)
-    wain(c, 216, 149, 17, 12, lantern=False); ox(c, 203, 149, 11, 7, shade=None)
+    for x, y, w, h in points('186,142,15,11 216,149,17,12'):
+        halo(c, lambda d: wain(d, x, y, w, h, lantern=False)); halo(c, lambda d: ox(d, x - 12, y, 10, 6))
     # foreground: a herder with a horse's saddle, grass
-    person(c, 104, 152, 22, f=1, hat='felt', top='w', braid=True, arm=((2, 13), (5, 15))); c.line(110, 128, 110, 152)
+    halo(c, lambda d: person(d, 104, 152, 22, f=1, hat='felt', top='w', braid=True, arm=((2, 13), (5, 15)))); c.line(110, 128, 110, 152)
     front_tufts(c, '12,152 84,150 130,153 150,150 250,153 70,153'); stones(c, ((44, 152, 4),))
     return c
 
