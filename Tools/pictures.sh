@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Takes the pictures of docs/pictures anew: plays the scripts of docs/pictures/capture and cuts what they show.
-# usage: Tools/pictures.sh [BUILD FOLDER]   (by default build; it needs fastforward and the resource files, and Python 3)
+# usage: Tools/pictures.sh [BUILD FOLDER]   (by default build; it needs fastforward, rsrc and the resource files, and Python 3)
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -49,3 +49,8 @@ strip journal 1 64,211,326,313 journal.png
 strip keys-left 1 9,9,61,313 travel.png
 strip keys-right 1 451,9,503,313 travel.png
 strip status 1 329,9,448,313 travel.png
+
+# The fonts.
+for file in System Wainroad; do
+    "$build/rsrc" sheet "$build/Wainroad_Wainroad.bundle/$file.rsrc" NFNT "$pictures/fonts-${file,,}.png"
+done
