@@ -169,4 +169,12 @@ void reportProgram()
     row("from the start-up sound's end to the title", "2 ticks", Game("tune", "").numbers(), "ticks");
 }
 
+int reportWindow()
+{
+    const std::string program = Platform::current().programFolder() + "/bench_window";
+    execl(program.c_str(), program.c_str(), nullptr);
+    std::fprintf(stderr, "bench: %s is not built: it needs Qt 6, SDL 2 and libXtst\n", program.c_str());
+    return 1;
+}
+
 } // namespace peers

@@ -7,4 +7,8 @@ namespace peers {
 /// journal's scrolling, a whole journey, the growth of memory on it, and the start-up sound.
 void reportProgram();
 
+/// Measures the game in its window, on a display in memory, by the program `bench_window` (about a minute).
+/// @return The status of `bench`: 1, with a line on standard error, where that program is missing or fails.
+int reportWindow();
+
 } // namespace peers

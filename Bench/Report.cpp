@@ -105,6 +105,8 @@ int main(int argc, char** argv) {
   using namespace peers;
   if (argc == 2 && std::strcmp(argv[1], "--program") == 0)
     return reportProgram(), 0;
+  if (argc == 2 && std::strcmp(argv[1], "--window") == 0)
+    return reportWindow();
   registerOwn();
   registerSim();
 #ifdef PEERS_PIXMAN
