@@ -89,6 +89,13 @@ TEST(Sheet, FramesAndStrikesAreTakenApart)
     EXPECT_GE(lost, 0);
     EXPECT_LE(lost, 2 * (strip.height + strip.height));
 
+    // A strike that claims glyphs of any size has no specimen.
+    for (const auto& [at, value] : {std::pair<std::size_t, std::uint8_t>{18, 0x7F}, {20, 0x7F}, {14, 0x7F}, {24, 0x7F}, {8, 0x80}}) {
+        Bytes wild = strike;
+        wild[at] = value;
+        EXPECT_LE(blackPixels(specimen(wild), specimen(wild).height), 100000);
+    }
+
     // Cut short anywhere, a resource gives fewer pictures or none.
     for (std::size_t n = 0; n < strike.size(); n += 97)
         sheetPictures(os("NFNT"), 1, Bytes(strike.begin(), strike.begin() + I(n)));

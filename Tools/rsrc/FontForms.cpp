@@ -10,6 +10,7 @@ namespace Rsrc {
 namespace {
 
 constexpr Int kStrikeHeader = 26, kNoGlyph = -1;
+constexpr Int kLargestGlyph = Int{1} << 20; // pixels; a larger one is taken for damage
 
 struct Glyph {
     Int width = 0, height = 0, left = 0, bottom = 0, advance = 0;
@@ -296,7 +297,7 @@ std::vector<StrikeGlyph> strikeGlyphs(const Bytes& data)
     const Bits strip = bitsFrom(std::span(data).subspan(kStrikeHeader), rowBytes, height, rowBytes * 8);
     for (Int code = std::max<Int>(strike->first, 0); code <= std::min<Int>(strike->last, 255); ++code) {
         const Int at = 2 * (code - strike->first), left = b.u16(locations + at), right = b.u16(locations + at + 2);
-        if (strike->has(code) && left <= right && right <= strip.width)
+        if (strike->has(code) && left <= right && right <= strip.width && (right - left) * height <= kLargestGlyph)
             glyphs[static_cast<std::size_t>(code)] = {strip.part({0, left, height, right}), kern + b.u8(offsets + at), b.u8(offsets + at + 1)};
     }
     return glyphs;

@@ -9,6 +9,8 @@ namespace Rsrc {
 namespace {
 
 constexpr Int kSheetWidth = 1000, kMargin = 6, kGap = 8, kFrame = 2; // kFrame: from the picture to the outside of its frame
+constexpr Int kLargestSheet = Int{1} << 28; // pixels
+constexpr Int kLargestGlyph = 256;          // pixels a side, of a strike that has a specimen
 constexpr Int kDigitHeight = 5, kDigitWidth = 3, kDigitStep = kDigitWidth + 1, kCaption = kDigitHeight + 2;
 
 /// Five rows of three pixels, one octal digit a row.
@@ -61,17 +63,22 @@ Bytes textOf(const char* text) { return Bytes(text, text + std::char_traits<char
 Bits specimen(const Bytes& data)
 {
     const auto strike = strikeOf(data);
-    if (!strike || strike->ascent + strike->descent <= 0)
+    if (!strike)
+        return {};
+    const Int height = strike->ascent + strike->descent;
+    if (height <= 0 || height > kLargestGlyph)
         return {};
     const std::vector<StrikeGlyph> glyphs = strikeGlyphs(data);
     Int widest = 0;
     for (const StrikeGlyph& glyph : glyphs)
         widest = std::max({widest, glyph.advance, glyph.bits.width});
+    if (widest > kLargestGlyph)
+        return {};
     constexpr Int kColumns = 16;
     const char* const kLines[] = {"The quick brown fox jumps over the lazy dog. 0123456789", "SPHINX OF BLACK QUARTZ, JUDGE MY VOW! $1,600.00 (25%)",
         "minimum illumination: hill, Ill, 11; rn m cl d vv w", "August 31, 1848: 2,083 miles; 411 pounds of food"};
     constexpr Int kLineCount = 4;
-    const Int cell = widest + 4, row = strike->ascent + strike->descent + 4, top = 256 / kColumns * row + kGap;
+    const Int cell = widest + 4, row = height + 4, top = 256 / kColumns * row + kGap;
     Int width = kColumns * cell;
     for (const char* line : kLines)
         width = std::max(width, strike->width(textOf(line), true) + 4);
@@ -124,7 +131,7 @@ Bits contactSheet(const std::vector<SheetPicture>& pictures)
         used = std::max(used, left + width);
         left += width + kGap;
     }
-    if (pictures.empty())
+    if (pictures.empty() || (top + tallest + kMargin) * (used + 2 * kMargin) > kLargestSheet)
         return {};
     Bits sheet(top + tallest + kMargin, used + 2 * kMargin);
     for (std::size_t i = 0; i < pictures.size(); ++i) {

@@ -128,7 +128,10 @@ int sheet(const std::string& path, const std::string& type, const std::string& o
     }
     if (pictures.empty())
         return complain(path + ": no pictures of type " + type);
-    return writePng(out, contactSheet(pictures)) ? 0 : complain(out + ": cannot be written");
+    const Bits all = contactSheet(pictures);
+    if (all.height == 0)
+        return complain(path + ": the pictures are too large for one sheet");
+    return writePng(out, all) ? 0 : complain(out + ": cannot be written");
 }
 
 int checkFiles(const std::vector<std::string>& paths)
