@@ -39,16 +39,19 @@ def tree(c, x, y, h, kind='round', seed=1, tone='w'):
         c.band(at(x, y, '-.02,0 .03,-.3 0,-.6', h), max(2, h * .09), max(1.4, h * .06), 'k')
         clip = c.clip
         # masses of hanging branches, the ones behind first, each a curtain with a ragged foot
-        for side, top, low, wide in ((-.12, 1, .3, .26), (.16, .98, .26, .26), (-.3, .84, .1, .2), (.3, .82, .08, .2), (0, .9, .22, .24)):
+        for side, top, low, wide in ((-.12, 1, .3, .26), (.16, .98, .26, .26), (-.3, .84, .1, .2), (.3, .82, .08, .2),
+                (0, .9, .22, .24)):
             cx = x + side * h
-            foot = [(cx + wide * h * (1 - 2 * k / 6), y - h * (low + (.1 if k % 2 else 0) + r.random() * .06)) for k in range(7)]
-            curtain = c.poly(spline(at(cx, y, [(-wide, -low), (-wide * .95, -top * .74), (0, -top), (wide * .95, -top * .74), (wide, -low)], h), n=5)
-                             + foot[1:-1], tone)
+            foot = [(cx + wide * h * (1 - 2 * k / 6), y - h * (low + (.1 if k % 2 else 0) + r.random() * .06))
+                for k in range(7)]
+            curtain = c.poly(spline(at(cx, y, [(-wide, -low), (-wide * .95, -top * .74), (0, -top),
+                (wide * .95, -top * .74), (wide, -low)], h), n=5) + foot[1:-1], tone)
             c.clip = c.inner(curtain) if clip is None else clip & c.inner(curtain)
             n = max(2, int(wide * h / 2.2))
             for k in range(n):
                 fx = cx + wide * h * (2 * (k + .5) / n - 1)
-                c.lines([(cx + (fx - cx) * .7, y - h * (top - .14)), (fx, y - h * (top * .55)), (fx, y - h * low)], dash=(1, 1, 1, 0) if k % 2 else None)
+                c.lines([(cx + (fx - cx) * .7, y - h * (top - .14)), (fx, y - h * (top * .55)), (fx, y - h * low)],
+                    dash=(1, 1, 1, 0) if k % 2 else None)
             if side > 0: c.shade(curtain, '25')
             c.clip = clip
     elif kind == 'fir':
@@ -109,8 +112,8 @@ def tree(c, x, y, h, kind='round', seed=1, tone='w'):
         c.shade(m & c.mrect(x, 0, c.w, c.h), '/')
 
 def crown(c, cx, cy, rx, ry, r, tone='w', lobes=None):
-    """A leafy mass: scalloped outline, inner scallops on the lit side, shade on the right and below. A great one is made of
-    many, the far ones first."""
+    """A leafy mass: scalloped outline, inner scallops on the lit side, shade on the right and below. A great one is
+    made of many, the far ones first."""
     if rx > 40:
         clumps = [(cx + math.cos(k * 2.4) * rx * .66 * q, cy + math.sin(k * 2.4) * ry * .58 * q)
                   for k in range(15) for q in [math.sqrt((k + .5) / 15)]]

@@ -198,9 +198,12 @@ _________##_____________
     # 11 hoops of a sunken wain, and a strip of canvas on two of them
     c = Sprite(60, 24)
     for x in (6, 20, 34, 48):
-        for o in (0, 1): c.lines(spline([(x - 4, 23), (x - 3, 12), (x + 1 + o, 5 - (x < 10 or x > 40)), (x + 6 + o, 11), (x + 8 + o, 23)], n=5))
+        for o in (0, 1):
+            c.lines(spline([(x - 4, 23), (x - 3, 12), (x + 1 + o, 5 - (x < 10 or x > 40)), (x + 6 + o, 11),
+                (x + 8 + o, 23)], n=5))
     c.lines('6,5 20,6 34,6 49,4')
-    c.poly(spline('21,5 28,7 35,5', n=4) + spline('36,6 41,12 42,18', n=4) + points('39,16 36,19 33,15 30,18 28,13') + spline('28,13 26,9 21,5', n=3), 'w')
+    c.poly(spline('21,5 28,7 35,5', n=4) + spline('36,6 41,12 42,18', n=4) + points('39,16 36,19 33,15 30,18 28,13')
+        + spline('28,13 26,9 21,5', n=3), 'w')
     c.shade(c.mpoly('30,8 36,7 42,18 33,16'), '25'); c.a[20:] = 0
     c.lines('0,21 8,20 16,21 30,20 44,21 59,20'); c.lines('10,23 24,22 40,23'); F[11] = c
     # 12 in the ford 112 by 42

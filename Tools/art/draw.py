@@ -11,7 +11,7 @@ from ink import Canvas
 
 ROOT = Path(__file__).resolve().parents[2]
 MODULES = ('frame weather travel places_small trail_map title icons cursors start papers forks animals hunting '
-           'crossing raft people landmarks_plain landmarks_hills landmarks_heights vale introduction program_icon').split()
+    'crossing raft people landmarks_plain landmarks_hills landmarks_heights vale introduction program_icon').split()
 
 
 def path_of(name):

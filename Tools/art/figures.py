@@ -146,8 +146,8 @@ def wain(c, x, y, w, h, ang=0, lantern=True, hoops=5, tone='w', wheels=True):
     elif h > 18:
         c.line(X(.09), Y(.62), X(.93), Y(.62))
     # tilt
-    tilt = [(X(a), Y(b)) for a, b in points('.1,.5 .045,.3 0,.08 .02,.03 .12,.05 .3,.085 .5,.1 .7,.075 .88,.02 .965,0 1,.04 '
-                                         '.965,.28 .93,.5')]
+    tilt = [(X(a), Y(b)) for a, b in points('.1,.5 .045,.3 0,.08 .02,.03 .12,.05 .3,.085 .5,.1 .7,.075 .88,.02 .965,0 '
+        '1,.04 .965,.28 .93,.5')]
     m = c.poly(spline(tilt, n=6), tone, heavy=1 if big else 0)
     for i in range(hoops):
         t = (i + .5) / hoops

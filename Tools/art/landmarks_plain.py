@@ -53,7 +53,8 @@ def lanthorn():
     c.put(arch, 'w'); c.shade(arch & c.mrect(24, 0, 30, 100), '75'); c.curve('26,78 34,76 42,77')
     # the ruts of the road, and the wains' shadows on it
     for o in (0, 9):
-        c.curve([(44 + o, 98 + o * .3), (90, 98 + o), (150, 112 + o), (210, 136 + o), (268, 146 + o)], dash=(1, 1, 1, 0, 1, 0, 0))
+        c.curve([(44 + o, 98 + o * .3), (90, 98 + o), (150, 112 + o), (210, 136 + o), (268, 146 + o)],
+            dash=(1, 1, 1, 0, 1, 0, 0))
     for x, y, w in points('76,86,26 112,94,34 160,108,46 216,136,64'):
         c.shade(c.mpoly(at(x, y, '0,-2 1,-2 1.15,2 .1,2', w, 1)), '\\')
     # four wains in a queue, nearest at the right
@@ -65,7 +66,8 @@ def lanthorn():
     team(108, 95, 34, 26, 86, 20, 12, lantern=False)
     team(154, 109, 46, 34, 126, 28, 17)
     team(206, 136, 64, 48, 166, 38, 24, ang=12)
-    for x, y in points('70,104 80,112 118,118 132,130 150,140 64,118 188,148 10,116 30,106 176,122'): c.tuft(x, y, 3, 4, -1)
+    for x, y in points('70,104 80,112 118,118 132,130 150,140 64,118 188,148 10,116 30,106 176,122'):
+        c.tuft(x, y, 3, 4, -1)
     # foreground: child asleep on flour sacks; a woman chalking prices
     for x, y in ((88, 150), (108, 152), (98, 141)):
         m = c.blob(at(x, y, '-10,0 -12,-8 -6,-12 5,-12 11,-7 10,0'), 'w', heavy=1); c.line(x - 5, y - 11, x - 2, y - 9)
@@ -168,7 +170,8 @@ def dial():
     for x, y, w, h in points('186,142,15,11 216,149,17,12'):
         halo(c, lambda d: wain(d, x, y, w, h, lantern=False)); halo(c, lambda d: ox(d, x - 12, y, 10, 6))
     # foreground: a herder with a horse's saddle, grass
-    halo(c, lambda d: person(d, 104, 152, 22, f=1, hat='felt', top='w', braid=True, arm=((2, 13), (5, 15)))); c.line(110, 128, 110, 152)
+    halo(c, lambda d: person(d, 104, 152, 22, f=1, hat='felt', top='w', braid=True, arm=((2, 13), (5, 15))))
+    c.line(110, 128, 110, 152)
     front_tufts(c, '12,152 84,150 130,153 150,150 250,153 70,153'); stones(c, ((44, 152, 4),))
     return c
 
@@ -240,7 +243,8 @@ def river():
     rows, columns = np.indices((H, W))
     for i, x in enumerate((8, 30, 50, 76, 96, 128, 150, 178, 204, 226, 250)):
         deep = 9 + (i * 7) % 13 * .8
-        shape = c.mpoly(spline(at(x, 72, [(-8, 0), (-9, deep * .5), (-4, deep), (0, deep * .8), (5, deep), (9, deep * .4), (8, 0)]), n=4))
+        shape = c.mpoly(spline(at(x, 72, [(-8, 0), (-9, deep * .5), (-4, deep), (0, deep * .8), (5, deep),
+            (9, deep * .4), (8, 0)]), n=4))
         c.shade(shape & water & (rows % 2 == 0), '75')
     c.shade(water & (rows > 88), 'calm'); c.shade(water & (rows < 73), '50'); c.ink(c.edge(water))
     # small: wheel tracks coming out again on the far side

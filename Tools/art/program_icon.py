@@ -39,8 +39,8 @@ def scene(size):
     u = size / 64
 
     def corner(x, y, start): return arc(x, y, 10 * u, 10 * u, start, start + 90)
-    tile = c.mpoly(corner(10 * u, 10 * u, 180) + corner(size - 10 * u, 10 * u, 270) + corner(size - 10 * u, size - 10 * u, 0)
-                   + corner(10 * u, size - 10 * u, 90))
+    tile = c.mpoly(corner(10 * u, 10 * u, 180) + corner(size - 10 * u, 10 * u, 270)
+        + corner(size - 10 * u, size - 10 * u, 0) + corner(10 * u, size - 10 * u, 90))
     c.put(tile, '50')
     c.clip = c.inner(tile)
     c.ell(30 * u, 33 * u, 25 * u, 25 * u, 'w', 0)
@@ -82,13 +82,15 @@ def vectors(c, mask):
                 x = end
         return ''.join(runs)
     black = c.a.astype(bool) & mask
-    return (f'<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 {c.w} {c.h}" width="128" height="128" shape-rendering="crispEdges">\n'
-            f'  <path fill="#fff" d="{path(mask & ~black)}"/>\n  <path fill="#000" d="{path(black)}"/>\n</svg>\n')
+    size = f'viewBox="0 0 {c.w} {c.h}" width="128" height="128" shape-rendering="crispEdges"'
+    return (f'<svg xmlns="http://www.w3.org/2000/svg" {size}>\n'
+            f'  <path fill="#fff" d="{path(mask & ~black)}"/>\n'
+            f'  <path fill="#000" d="{path(black)}"/>\n</svg>\n')
 
 def write(root):
     folder = root / 'Desktop' / 'Data' / 'icons'
     folder.mkdir(parents=True, exist_ok=True)
-    for size, (c, mask), times in ((16, small(16), 1), (24, small(24), 1), (32, small(32), 1), (48, scene(48), 1), (64, scene(64), 1),
-                                   (128, scene(64), 2), (256, scene(64), 4), (512, scene(64), 8)):
+    for size, (c, mask), times in ((16, small(16), 1), (24, small(24), 1), (32, small(32), 1), (48, scene(48), 1),
+            (64, scene(64), 1), (128, scene(64), 2), (256, scene(64), 4), (512, scene(64), 8)):
         bitmap(c, mask, times).save(folder / f'{size}.png', optimize=True)
     (folder / 'wainroad.svg').write_text(vectors(*scene(64)))

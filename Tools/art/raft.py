@@ -42,14 +42,18 @@ def raft(k):
         c.poly([(x - w / 2 + (2 - i) * 1.2, 32), (x + w / 2 + (2 - i) * 1.2, 32), (x + w / 2, y), (x - w / 2, y)], 'w')
     for i in range(n):
         x = b3[0] + w * (i + .5); y = 37 + (.6 if i % 2 else 0)
-        c.ell(x, y + 1, w / 2 + .2, 4.8, 'w'); c.ink(c.edge(c.mell(x, y + 1, w * .24, 2.3))); c.px(x - 3, y + 3); c.px(x + 3, y - 1)
+        c.ell(x, y + 1, w / 2 + .2, 4.8, 'w')
+        c.ink(c.edge(c.mell(x, y + 1, w * .24, 2.3)))
+        c.px(x - 3, y + 3)
+        c.px(x + 3, y - 1)
     # wake
     c.lines([(b3[0] + 1, 43), (b3[0] + 8, 42), (b3[1] - 9, 42), (b3[1] - 2, 43)])
     return c
 
 def rock(k):
-    """A reef: a split crag between two ledges, in foam. 0 is near; each is smaller by a sixth of that; foot on row 31, middle on
-    column 32. 5 is a fleck far off. Seen from the raft, 0 is solid in rows 5 to 20 of columns 21 to 48 and below row 21."""
+    """A reef: a split crag between two ledges, in foam. 0 is near; each is smaller by a sixth of that; foot on row 31,
+    middle on column 32. 5 is a fleck far off. Seen from the raft, 0 is solid in rows 5 to 20 of columns 21 to 48 and
+    below row 21."""
     c = Sprite(65, 32)
     if k == 5:
         c.art(27, 26, ('____##_____', '___####____', '_##.###.##_', '#..#####..#', '_#.......#_', '__#######__'))
@@ -57,15 +61,17 @@ def rock(k):
     s = 1 - k / 6
 
     def here(pts): return at(32.5, 32, [(x - 32.5, y - 32) for x, y in points(pts)], s)
-    crag = c.poly(here('1,31 0,26 3,22 9,20.4 15,21.4 19.5,18 20.4,8 23,4.6 27,6 30,2.4 34,4 37,1 42,4.4 46,3.6 49.4,8 50,18 54,20.6 59,19.6 '
-                       '64,22.6 65,27 64,31'), 'w')
+    crag = c.poly(here('1,31 0,26 3,22 9,20.4 15,21.4 19.5,18 20.4,8 23,4.6 27,6 30,2.4 34,4 37,1 42,4.4 46,3.6 '
+        '49.4,8 50,18 54,20.6 59,19.6 64,22.6 65,27 64,31'), 'w')
     inner = c.inner(crag)
     c.shade(inner & c.mpoly(here('30,2 37,1 36,10 40,18 37,31 28,31 31,20 28,12')), '/')
     c.shade(inner & c.mpoly(here('37,0 51,3 52,19 66,18 67,32 37,32 40,18 36,10')), '75')
     c.shade(inner & c.mpoly(here('9,20 16,22 20,18 22,31 12,31 14,26')), '/')
     c.ink(c.mpoly(here('52,20.6 59,19.8 64,23 58,23.4')) & inner, 0)              # the lit top of the right ledge
     if s > .4:
-        c.lines(here('37,2 36,10 40,18 37,28')); c.lines(here('30,3 28,12 31,20 28,28')); c.lines(here('20.6,10 22,20 20,27'))
+        c.lines(here('37,2 36,10 40,18 37,28'))
+        c.lines(here('30,3 28,12 31,20 28,28'))
+        c.lines(here('20.6,10 22,20 20,27'))
     if s > .6:
         for crack in ('24,8 26,13 24,18', '8,23 10,26', '26,20 25,25', '3,24 5,26'): c.lines(here(crack))
     # foam along the foot, scalloped, with a black line beneath
@@ -80,7 +86,8 @@ def rock(k):
     return c
 
 def bank(p):
-    """The right bank, phase p of 11: what stands on it slides down and outward, one step of the pattern in 11 phases."""
+    """The right bank, phase p of 11: what stands on it slides down and outward, one step of the pattern in 11
+    phases."""
     c = Canvas(87, 304, 327, 9)
     yy, xx = np.indices((304, 87))
     rows = np.clip((yy - 27) / 277, 0, 1.3)          # 0 at the horizon, 1 at the foot of the picture
@@ -115,7 +122,8 @@ def bank(p):
     # ledges: white tops, a shade beneath
     for y, z, x, k in things(.35, 2):
         x += 3 + 9 * z
-        c.shade(c.mpoly(at(x, y, '-3,2 10,5 8,12 -2,10', z)), '75'); c.poly(at(x, y, '-3,0 9,-5 16,-3 10,5 0,6', z), 'w')
+        c.shade(c.mpoly(at(x, y, '-3,2 10,5 8,12 -2,10', z)), '75')
+        c.poly(at(x, y, '-3,0 9,-5 16,-3 10,5 0,6', z), 'w')
     # grass and stones behind the rim
     for y, z, x, k in things(.22, 4):
         if k % 2: c.tuft(x + 14 + 36 * z, y, 3, max(2, 7 * z), 1)
@@ -124,7 +132,8 @@ def bank(p):
     for y, z, x, k in things(.8):
         fall = c.mpoly(at(x, y, '44,-22 36,-24 24,-17 13,-8 2,1 2,9 12,5 22,-4 33,-12', z) )
         c.ink(fall, 0); c.ink(c.edge(fall) & ((xx + yy) % 3 == 0))
-        for o in (-2.4, 0, 2.4): c.lines(at(x, y, [(38, -19 + o), (25, -12 + o), (14, -3 + o), (5, 5 + o)], z), dash=(1, 1, 1, 1, 0, 0))
+        for o in (-2.4, 0, 2.4):
+            c.lines(at(x, y, [(38, -19 + o), (25, -12 + o), (14, -3 + o), (5, 5 + o)], z), dash=(1, 1, 1, 1, 0, 0))
         for dx, dy, r in ((1, 8, 5), (-5, 6, 4), (-2, 1, 4), (6, 11, 3)):
             puff = c.mell(x + dx * z, y + dy * z, max(1.2, r * z), max(1, r * .6 * z))
             c.ink(puff, 0); c.ink(c.edge(puff) & ((xx + yy) % 2 == 0))

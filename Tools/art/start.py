@@ -122,8 +122,12 @@ def months():
 
     def leaf(x, y, degrees, length):
         a = math.radians(degrees)
-        def out(along, aside): return x + math.cos(a) * along * length - math.sin(a) * aside * length, y + math.sin(a) * along * length + math.cos(a) * aside * length
-        m = c.poly(spline([out(0, 0), out(.3, .24), out(.66, .22), out(1, 0), out(.66, -.22), out(.3, -.24)], True, 5), 'w')
+
+        def out(along, aside):
+            along, aside = along * length, aside * length
+            return x + math.cos(a) * along - math.sin(a) * aside, y + math.sin(a) * along + math.cos(a) * aside
+        m = c.poly(spline([out(0, 0), out(.3, .24), out(.66, .22), out(1, 0), out(.66, -.22), out(.3, -.24)], True, 5),
+            'w')
         c.shade(m & c.mpoly([out(0, 0), out(.3, .3), out(.7, .3), out(1, 0)]), '50')
         c.ink(c.edge(m)); c.line(*out(0, 0), *out(.8, 0))
 
@@ -148,14 +152,18 @@ def months():
             twigs.append((month, dx, up, (x + 6, y - 6 * up), tip))
             c.stroke(spline([(x, y), (x + 6, y - 6 * up), tip]), 2.2, 1)
     c.band(branch, 7, 2.4, 'w')
-    c.lines([(x, y + 1.4) for x, y in branch[:70]], dash=(1, 1, 1, 0)); c.lines([(x, y + .4) for x, y in branch[:50]], dash=(1, 0, 0, 0, 1, 1, 0))
+    c.lines([(x, y + 1.4) for x, y in branch[:70]], dash=(1, 1, 1, 0))
+    c.lines([(x, y + .4) for x, y in branch[:50]], dash=(1, 0, 0, 0, 1, 1, 0))
     c.ell(10.5, 45, 3, 4.2, 'w'); c.ink(c.edge(c.mell(10.5, 45, 1.4, 2.2)))            # the sawn end
     c.stroke(spline('282,22 290,17 296,15'), 2, 1); leaf(290, 16, -70, 9); leaf(289, 18, 15, 9); fruit(283, 34)
     for month, dx, up, mid, tip in twigs:
         if month == 0:
             c.ell(*tip, 1.2, 1.4, 'k')
         elif month == 1:
-            for x, y in (mid, tip): c.poly(spline(at(x + 1, y, [(-2, 0), (0, -3 * up), (2.4, -4.6 * up), (2.2, -.6 * up), (.6, 1.4 * up)]), True, 4), 'w'); c.px(x + 1, y - up)
+            for x, y in (mid, tip):
+                c.poly(spline(at(x + 1, y, [(-2, 0), (0, -3 * up), (2.4, -4.6 * up), (2.2, -.6 * up), (.6, 1.4 * up)]),
+                    True, 4), 'w')
+                c.px(x + 1, y - up)
         elif month == 2:
             leaf(mid[0], mid[1], 20 - 40 * up, 8); flower(tip[0] + 1, tip[1] - up); flower(mid[0] - 3, mid[1] - 3 * up)
         elif month == 3:

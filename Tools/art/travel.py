@@ -33,7 +33,8 @@ def pair(c, x, y, step):
         """Paints one ox where its shape is solid, or draws its lines."""
         for row, line in enumerate(OX):
             for column, ch in enumerate(line):
-                if ch == '#' or (ch == '.' and solid): c.px(x + dx + column, top + row + (nod if column < 7 else 0), ink)
+                if ch == '#' or (ch == '.' and solid):
+                    c.px(x + dx + column, top + row + (nod if column < 7 else 0), ink)
     leg(8, step + 2, 1); leg(18, step, 1); leg(14, step + 2, 1); leg(22, step, 1)
     coat(0, True, 1); c.px(x + 2, top + 5 + nod, 0)
     for dx in (4, 5, 6): coat(dx, True, 0)
