@@ -8,7 +8,8 @@ namespace Rsrc {
 
 namespace {
 
-constexpr Int kSheetWidth = 1000, kMargin = 6, kGap = 8, kFrame = 2; // kFrame: from the picture to the outside of its frame
+constexpr Int kSheetWidth = 1000, kMargin = 6, kGap = 8;
+constexpr Int kFrame = 2;                   // pixels from a picture to the outside of its frame
 constexpr Int kLargestSheet = Int{1} << 28; // pixels
 constexpr Int kLargestGlyph = 256;          // pixels a side, of a strike that has a specimen
 constexpr Int kDigitHeight = 5, kDigitWidth = 3, kDigitStep = kDigitWidth + 1, kCaption = kDigitHeight + 2;
@@ -37,12 +38,16 @@ void paintFrame(Bits& sheet, const Rect& r)
         sheet.set(v, r.left - 1), sheet.set(v, r.right);
 }
 
-Int cellWidth(const SheetPicture& picture) { return std::max(picture.bits.width, I(picture.caption.size()) * kDigitStep - 1) + 2 * kFrame; }
+Int cellWidth(const SheetPicture& picture)
+{
+    return std::max(picture.bits.width, I(picture.caption.size()) * kDigitStep - 1) + 2 * kFrame;
+}
 
 // Strikes.
 
 /// Draws text with its pen at `h`. @return Where the pen ends.
-Int paintText(Bits& out, const std::vector<StrikeGlyph>& glyphs, std::span<const std::uint8_t> text, Int top, Int h, bool bold)
+Int paintText(
+    Bits& out, const std::vector<StrikeGlyph>& glyphs, std::span<const std::uint8_t> text, Int top, Int h, bool bold)
 {
     for (const std::uint8_t code : text) {
         const StrikeGlyph& glyph = glyphs[code];
@@ -75,8 +80,9 @@ Bits specimen(const Bytes& data)
     if (widest > kLargestGlyph)
         return {};
     constexpr Int kColumns = 16;
-    const char* const kLines[] = {"The quick brown fox jumps over the lazy dog. 0123456789", "SPHINX OF BLACK QUARTZ, JUDGE MY VOW! $1,600.00 (25%)",
-        "minimum illumination: hill, Ill, 11; rn m cl d vv w", "August 31, 1848: 2,083 miles; 411 pounds of food"};
+    const char* const kLines[] = {"The quick brown fox jumps over the lazy dog. 0123456789",
+        "SPHINX OF BLACK QUARTZ, JUDGE MY VOW! $1,600.00 (25%)", "minimum illumination: hill, Ill, 11; rn m cl d vv w",
+        "August 31, 1848: 2,083 miles; 411 pounds of food"};
     constexpr Int kLineCount = 4;
     const Int cell = widest + 4, row = height + 4, top = 256 / kColumns * row + kGap;
     Int width = kColumns * cell;
@@ -102,7 +108,8 @@ std::vector<SheetPicture> sheetPictures(OSType type, Int id, const Bytes& data)
         const auto frames = imageFrames(data);
         if (frames)
             for (const Frame& frame : *frames)
-                pictures.push_back({frames->size() == 1 ? caption : caption + ':' + std::to_string(pictures.size()), frame.bits, pictures.empty()});
+                pictures.push_back({frames->size() == 1 ? caption : caption + ':' + std::to_string(pictures.size()),
+                    frame.bits, pictures.empty()});
         return pictures;
     }
     const Form* form = findForm(type);
