@@ -80,7 +80,7 @@ public:
     ~Replacement(); ///< without `commit`: drops what is new and keeps the old file
     Replacement(const Replacement&) = delete;
     Replacement& operator=(const Replacement&) = delete;
-    /// Puts the new file in place (or removes the old one, if it was deleted and not made again). Close the file first.
+    /// Puts the new file in place. Close the file first. A file that was deleted and not made again stays as it was.
     /// The disk takes the new name a moment later: a power cut in between leaves the old file, whole.
     /// @return noErr, or ioErr with the old file kept.
     OSErr commit();

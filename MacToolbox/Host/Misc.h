@@ -31,9 +31,11 @@ void Delay(Int ticks, Int& finalTicks);
 
 // Timer tasks: called on the game thread, inside `GameThread::service`.
 
+inline constexpr Int vType = 1; ///< the kind of queue element that a timer task is
+
 /// A task that is called when its count runs out.
 struct VBLTask {
-    Int qType = 1;
+    Int qType = vType;
     Int vblCount = 0; ///< ticks until the next call; 0 is never. The task sets it again itself to go on
     Int vblPhase = 0; ///< not used
     std::function<void(VBLTask&)> vblAddr;
