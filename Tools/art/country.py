@@ -162,35 +162,6 @@ def crown(c, cx, cy, rx, ry, r, tone='w', lobes=None):
     c.clip = cl
     return m
 
-def bush(c, x, y, w, h, seed=1, tone='w'):
-    """A bush: ragged lobes on a flat foot, leaf marks on the lit side, hatching on the right."""
-    r = random.Random(seed)
-    m = c.mpoly(at(x, y, '-.42,0 -.38,-.4 0,-.8 .38,-.4 .42,0', w, h))
-    n = max(7, int(w / 4.2))
-    for i in range(n):
-        a = math.pi * (i + .5) / n
-        lr = h * r.uniform(.15, .22)
-        m |= c.mell(x - math.cos(a) * (w * .5 - lr), y - max(lr * .9, math.sin(a) ** .7 * (h - lr)), lr, lr)
-    yy, xx = np.indices(m.shape)
-    m &= (yy < y)
-    c.put(m, tone)
-    inner = c.inner(m)
-    g = (xx - x) / w * 1.5 + (yy - (y - h * .55)) / h * 1.5
-    c.shade(inner & (g > .34), '/'); c.shade(inner & (g > .8), 'x')
-    cl = c.clip; c.clip = inner if cl is None else cl & inner
-    k = 0; yv = y - h + 4
-    while yv < y - 2:
-        xv = x - w / 2 + (k % 2) * 3 + r.uniform(0, 2)
-        while xv < x + w / 2:
-            if (xv - x) / w * 1.5 + (yv - (y - h * .55)) / h * 1.5 < .26 and r.random() < .75:
-                c.px(xv, yv); c.px(xv + 1, yv - 1); c.px(xv + 2, yv)
-            xv += 6
-        yv += 4; k += 1
-    # stems at the foot
-    c.clip = cl
-    for q in (-.2, .06, .28): c.line(x + w * q, y - 1, x + w * q * .7, y - h * .3)
-    return m
-
 def dark_grass(c, edge_, rows, r, x0=0, x1=None, fringe=(9, 24), heads=(), keep=None, dens=1.9):
     """A dark stand of grass: a black mass under edge_, blades against the light above it, white blades cut into it."""
     x1 = c.w + 6 if x1 is None else x1

@@ -4,10 +4,10 @@ import random
 
 import numpy as np
 
-from country import bush, crown, dark_grass
-from ink import at, Canvas, maskof, shifted, spline, Sprite
+from country import crown, dark_grass
+from ink import at, Canvas, maskof, points, shifted, spline, Sprite
 
-def ground_():
+def horizons_and_bank():
     F = {}; r = random.Random(12)
     # 0 plain: two low swells, one far herd
     c = Canvas(494, 25, 9, 34); a = spline('-4,18 70,14 150,10 230,13 320,17 410,12 500,9', n=10)
@@ -52,90 +52,120 @@ def ground_():
     c.put(c.mpoly(spline('228,31 247,34 266,31', n=6) + spline('266,36 247,40 228,36', n=6)), 'k', 0)
     # barrel before the hat's brim
     F[2] = c
-    # 3 ball
-    c = Sprite(3, 3); c.a[:] = [[0, 1, 0], [1, 1, 1], [0, 1, 0]]; F[3] = c
-    def B(w, h, seed, snow=False):
-        c = Sprite(w, h); m = bush(c, w / 2, h, w - 1, h - 1, seed)
-        if snow:
-            inner = c.inner(m); cap = m & ~shifted(m, 0, int(h * .42)); lo = inner & shifted(m, 0, int(h * .42))
-            c.ink(inner & cap, 0); c.put(lo, '50', 0)
-            c.ink(lo & ~shifted(lo, 0, 1)); c.shade(inner & cap & (np.indices(m.shape)[1] > w * .68), 'mist')
-        c.ink(c.edge(m))
-        return c
-    F[4] = B(40, 24, 2); F[5] = B(30, 20, 7); F[6] = F[4]
-    F[12] = B(40, 24, 2, True); F[13] = B(30, 20, 7, True); F[14] = F[12]; c = Sprite(44, 60)
-    m = crown(c, 22, 20, 21.5, 19.5, random.Random(3)); c.ink(c.edge(m))
-    tr = c.poly(spline('14,60 18,54 19,44 14,34 11,30', n=4) + [(15, 31), (20, 37)] + [(22, 28), (25, 37)]
-        + [(30, 30), (33, 30)] + spline('33,30 27,43 27,54 31,60', n=4), 'w')
-    c.shade(c.inner(tr) & c.mpoly('24,30 34,28 28,44 32,60 24,60'), '50'); F[7] = c; F[8] = c
-    # 15 bare broad tree
-    c = Sprite(44, 60)
-    c.poly(spline('17,60 20,48 19,34 20,26', n=4) + spline('25,26 25,34 24,48 28,60', n=4), 'w', heavy=1)
-    c.shade(c.mpoly('23,26 25,34 24,48 28,60 24,60'), '50')
-    def branch(x, y, a, L, w, d):
-        ex, ey = x + math.cos(a) * L, y + math.sin(a) * L; c.stroke([(x, y), (ex, ey)], w, max(1, w * .6))
-        if d:
-            for q in (-.5, .42): branch(ex, ey, a + q + r.uniform(-.15, .15), L * .72, max(1, w * .6), d - 1)
-    for a, L in ((-2.5, 13), (-1.95, 14), (-1.3, 14), (-.7, 13)): branch(22, 31, a, L * .8, 2.6, 3)
-    # a closed outline so that the mask is the tree itself: black strokes only
-    F[15] = c; F[16] = c
-    def conifer(kind, w, h, snow, seed):
-        c = Sprite(w, h)
-        if kind == 'fir':
-            n = 6; c.rect(w / 2 - 2, h - 7, w / 2 + 2, h, 'k', 0)
-            for i in range(n - 1, -1, -1):
-                y1 = 4 + (h - 9) * (i + 1) / n; y0 = max(0, y1 - (h / n) * 1.7)
-                ww = (w / 2 - 1) * (.28 + .72 * (i + 1) / n)
-                pts = [(w / 2, y0)] + spline([(w / 2, y0), (w / 2 + ww * .55, y1 - 3.4), (w / 2 + ww, y1)],
-                    n=4) + [(w / 2 + ww * .62, y1 - 1), (w / 2 + ww * .3, y1 + 1.5), (w / 2, y1),
-                    (w / 2 - ww * .3, y1 + 1.5), (w / 2 - ww * .62, y1 - 1)] + spline([(w / 2 - ww, y1),
-                    (w / 2 - ww * .55, y1 - 3.4), (w / 2, y0)], n=4)
-                m = c.mpoly(pts); c.put(m, 'w'); inner = c.inner(m)
-                if snow:
-                    c.shade(inner & shifted(~shifted(m, 0, -3, True), 0, 0), '75')
-                    c.shade(inner & c.mpoly([(w / 2 + 1, y0), (w / 2 + ww, y1), (w / 2 + 1, y1 + 2)]), '25')
-                else:
-                    c.shade(inner & c.mpoly([(w / 2, y0), (w / 2 + ww + 2, y1 + 2), (w / 2 + 1, y1 + 3)]), '75')
-                    c.shade(inner & c.mpoly([(w / 2, y0), (w / 2 - ww - 2, y1 + 2), (w / 2, y1 + 3)]), '25')
-                    c.shade(inner & ~shifted(m, 0, -2, True), '75')
-        elif kind == 'larch':
-            c.stroke([(w / 2, h), (w / 2, 1)], 2.6, 1); k = 10
-            for i in range(k):
-                t = (i + 1) / k; yy = 3 + (h - 16) * t; ww = (w / 2 - 2) * (.25 + .75 * t ** .8)
-                for s_ in (-1, 1):
-                    p = spline([(w / 2, yy - 2), (w / 2 + s_ * ww * .55, yy + 1), (w / 2 + s_ * ww, yy - 1 + 2 * t)])
-                    c.lines(p)
-                    for q in p[3::3]:
-                        if snow: None
-                        else: c.line(q[0], q[1], q[0] - s_ * 1, q[1] + 3)
-                    if snow: c.lines([(x, y + 1) for x, y in p[4:]])
-        else:
-            # rock with a fir
-            d = conifer('fir', 24, 44, snow, seed); mm = maskof(d.a); c.blit(d, w - 26, 0, mm)
-            m = c.poly([(1, h), (3, h - 14), (9, h - 24), (17, h - 27), (25, h - 18), (33, h - 13), (37, h - 5),
-                (38, h)], 'w', heavy=1)
-            c.shade(c.inner(m) & c.mpoly([(17, h - 27), (26, h - 18), (34, h - 12), (40, h), (22, h), (20, h - 14)]),
-                '/')
-            c.lines([(9, h - 23), (12, h - 12), (9, h - 4)]); c.lines([(18, h - 26), (20, h - 14), (24, h)])
-            if snow:
-                s_ = c.mpoly([(3, h - 14), (9, h - 24), (17, h - 27), (25, h - 18), (31, h - 14), (24, h - 13),
-                    (20, h - 17), (15, h - 12), (10, h - 16), (6, h - 11)]) & m
-                c.put(s_, 'w', 0)
-                c.lines([(31, h - 14), (24, h - 13), (20, h - 17), (15, h - 12), (10, h - 16), (6, h - 11)])
-                c.ink(c.edge(m))
-            else:
-                c.tuft(6, h - 1, 3, 4, -1); c.tuft(33, h - 1, 3, 3, 1)
-        return c
-    F[9] = conifer('fir', 30, 56, False, 1); F[10] = conifer('larch', 32, 56, False, 2)
-    F[11] = conifer('rock', 44, 48, False, 3)
-    F[17] = conifer('fir', 30, 56, True, 1); F[18] = conifer('larch', 32, 56, True, 2)
-    F[19] = conifer('rock', 44, 48, True, 3)
     return F
 
+def ball():
+    c = Sprite(3, 3)
+    c.art(0, 0, ('_#_', '###', '_#_'))
+    return c
 
-NAMES = ('plain', 'hills', 'near-bank', 'ball', 'bush-1', 'bush-2', 'bush-3', 'tree', 'tree-2', 'fir', 'larch', 'rock',
-    'snow-bush-1', 'snow-bush-2', 'snow-bush-3', 'bare-tree', 'bare-tree-2', 'snow-fir', 'snow-larch', 'snow-rock')
+def bush(w, h, seed, snow=False):
+    """Six clumps of leaves, the far ones first, on a dark foot; in winter the snow lies on top."""
+    c = Sprite(w, h)
+    r = random.Random(seed)
+    for x, y, rx, ry in points('12,9,9,8.4 31,10,8.4,8 22,7.6,10,7.4 8.4,16.4,8,7.4 32,16.4,7.6,7.4 20,15.6,10.4,8.6'):
+        crown(c, x * w / 40, y * h / 24, rx * w / 40, ry * h / 24, r)
+    m = maskof(c.a)
+    if snow:
+        rows = np.indices(m.shape)[0]
+        ragged = np.array([h * .3 + 2 * math.sin(x * .9 + seed) for x in range(w)]).astype(int)
+        top = np.argmax(m, 0)
+        cap = m & (rows < top + ragged)
+        c.ink(c.inner(m) & ~cap & c.tone('75').astype(bool)); c.ink(cap, 0)
+        c.ink(m & (rows == top + ragged))
+        c.shade(cap & (np.indices(m.shape)[1] > w * .66), 'mist')
+    for x in range(3, w - 3, 2): c.px(x, h - 2)
+    c.ink(c.edge(m)); c.line(2, h - 1, w - 3, h - 1)
+    return c
+
+def tree():
+    c = Sprite(44, 60)
+    c.ink(c.edge(crown(c, 22, 20, 21.5, 19.5, random.Random(3))))
+    trunk = c.poly(spline('14,60 18,54 19,44 14,34 11,30', n=4) + points('15,31 20,37 22,28 25,37 30,30 33,30')
+                   + spline('33,30 27,43 27,54 31,60', n=4), 'w')
+    c.shade(c.inner(trunk) & c.mpoly('24,30 34,28 28,44 32,60 24,60'), '50')
+    return c
+
+def bare_tree():
+    c = Sprite(44, 60)
+    r = random.Random(12)
+    c.poly(spline('16,60 19,50 19,38 20,28', n=4) + spline('25,28 25,38 25,50 29,60', n=4), 'w', heavy=1)
+    c.shade(c.mpoly('23,28 25,38 25,50 29,60 24,60'), '50')
+
+    def branch(x, y, a, length, w, forks):
+        ex, ey = x + math.cos(a) * length, y + math.sin(a) * length
+        c.stroke([(x, y), (ex, ey)], w, max(1, w * .6))
+        for q in (-.5, .42) if forks else ():
+            branch(ex, ey, a + q + r.uniform(-.15, .15), length * .72, max(1, w * .6), forks - 1)
+    for a, length in ((-2.5, 10.4), (-1.95, 11.2), (-1.3, 11.2), (-.7, 10.4)): branch(22, 31, a, length, 2.8, 3)
+    return c
+
+def fir(w, h, snow):
+    c = Sprite(w, h)
+    x, tiers = w / 2, 6
+    c.rect(x - 2, h - 7, x + 2, h, 'k', 0)
+    for i in range(tiers - 1, -1, -1):
+        low = 4 + (h - 9) * (i + 1) / tiers
+        top = max(0, low - h / tiers * 1.7)
+        half = (x - 1) * (.28 + .72 * (i + 1) / tiers)
+        right = spline([(x, top), (x + half * .55, low - 3.4), (x + half, low)], n=4)
+        hem = at(x, low, [(half * .62, -1), (half * .3, 1.5), (0, 0), (-half * .3, 1.5), (-half * .62, -1)])
+        left = spline([(x - half, low), (x - half * .55, low - 3.4), (x, top)], n=4)
+        m = c.poly([(x, top)] + right + hem + left, 'w')
+        inner = c.inner(m)
+        if snow:
+            c.shade(inner & ~shifted(m, 0, -3, True), '75')
+            c.shade(inner & c.mpoly([(x + 1, top), (x + half, low), (x + 1, low + 2)]), '25')
+        else:
+            c.shade(inner & c.mpoly([(x, top), (x + half + 2, low + 2), (x + 1, low + 3)]), '75')
+            c.shade(inner & c.mpoly([(x, top), (x - half - 2, low + 2), (x, low + 3)]), '25')
+            c.shade(inner & ~shifted(m, 0, -2, True), '75')
+    return c
+
+def larch(w, h, bare):
+    """Airy, with drooping branches; it drops its needles for the winter."""
+    c = Sprite(w, h)
+    x = w / 2
+    c.stroke([(x, h), (x, 1)], 2.6, 1)
+    steps = 9
+    for i in range(steps):
+        t = (i + 1) / steps
+        y, half = 4 + (h - 17) * t, (x - 1.5) * (.24 + .76 * t ** .85)
+        for side in (-1, 1):
+            if bare:
+                limb = spline([(x, y + 2), (x + side * half * .6, y + 1), (x + side * half, y - 3)])
+                c.lines(limb)
+                for q in limb[4::4]: c.line(q[0], q[1], q[0] + side, q[1] - 3)
+            else:
+                limb = spline([(x, y - 3), (x + side * half * .55, y - 1), (x + side * half, y + 2)])
+                m = c.mpoly(limb + [(q[0] - side * .6, q[1] + 2.4 + (k % 2) * 1.6) for k,
+                    q in list(enumerate(limb))[::-1]])
+                c.put(m, '50' if side > 0 else '25'); c.lines(limb)
+    c.stroke([(x, h), (x, 4)], 2, 1)
+    return c
+
+def rock(snow):
+    """A rock with a fir behind it."""
+    w, h = 44, 48
+    c = Sprite(w, h)
+    behind = fir(24, 44, snow)
+    c.blit(behind, w - 26, 0, maskof(behind.a))
+    m = c.poly(at(0, h, '1,0 3,-14 9,-24 17,-27 25,-18 33,-13 37,-5 38,0'), 'w', heavy=1)
+    c.shade(c.inner(m) & c.mpoly(at(0, h, '17,-27 26,-18 34,-12 40,0 22,0 20,-14')), '/')
+    c.lines(at(0, h, '9,-23 12,-12 9,-4')); c.lines(at(0, h, '18,-26 20,-14 24,0'))
+    if snow:
+        hem = at(0, h, '31,-14 24,-13 20,-17 15,-12 10,-16 6,-11')
+        c.put(c.mpoly(at(0, h, '3,-14 9,-24 17,-27 25,-18') + hem) & m, 'w', 0); c.lines(hem); c.ink(c.edge(m))
+    else:
+        c.tuft(6, h - 1, 3, 4, -1); c.tuft(33, h - 1, 3, 3, 1)
+    return c
 
 def pictures():
-    F = ground_()
-    return {'Hunt/' + n: F[k] for k, n in enumerate(NAMES)}
+    out = dict(zip(('plain', 'hills', 'near-bank'), horizons_and_bank().values())) | {'ball': ball()}
+    for name, snow in (('', False), ('snow-', True)):
+        out |= {name + 'bush-1': bush(40, 24, 2, snow), name + 'bush-2': bush(30, 20, 7, snow),
+            name + 'fir': fir(30, 56, snow), name + 'larch': larch(32, 56, snow), name + 'rock': rock(snow)}
+        out[name + 'bush-3'] = out[name + 'bush-1']
+    out['tree'] = out['tree-2'] = tree()
+    out['bare-tree'] = out['bare-tree-2'] = bare_tree()
+    return {'Hunt/' + name: c for name, c in out.items()}
