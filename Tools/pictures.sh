@@ -34,7 +34,7 @@ for script in "$pictures"/capture/*.script; do
     play "$(basename "$script" .script)"
 done
 
-whole title letter party store month guide people food rest pace landmark talk offer river hunted last-choice \
+whole title letter party store month guide people food rest pace landmark talk offer river far-bank hunted last-choice \
     lost arrival score legends introduction unlock time
 for name in travel-3:travel hunt-2:hunt; do
     cp "$work/${name%:*}.png" "$work/${name#*:}.png"
