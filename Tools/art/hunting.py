@@ -122,25 +122,22 @@ def fir(w, h, snow):
             c.shade(inner & ~shifted(m, 0, -2, True), '75')
     return c
 
-def larch(w, h, bare):
-    """Airy, with drooping branches; it drops its needles for the winter."""
+def larch(w, h, snow):
+    """Airy, with drooping branches, which the snow loads."""
     c = Sprite(w, h)
     x = w / 2
     c.stroke([(x, h), (x, 1)], 2.6, 1)
-    steps = 9
+    steps = 6 if snow else 9
     for i in range(steps):
         t = (i + 1) / steps
         y, half = 4 + (h - 17) * t, (x - 1.5) * (.24 + .76 * t ** .85)
         for side in (-1, 1):
-            if bare:
-                limb = spline([(x, y + 2), (x + side * half * .6, y + 1), (x + side * half, y - 3)])
-                c.lines(limb)
-                for q in limb[4::4]: c.line(q[0], q[1], q[0] + side, q[1] - 3)
-            else:
-                limb = spline([(x, y - 3), (x + side * half * .55, y - 1), (x + side * half, y + 2)])
-                m = c.mpoly(limb + [(q[0] - side * .6, q[1] + 2.4 + (k % 2) * 1.6) for k,
-                    q in list(enumerate(limb))[::-1]])
-                c.put(m, '50' if side > 0 else '25'); c.lines(limb)
+            limb = spline([(x, y - 3), (x + side * half * .55, y - 1), (x + side * half, y + 2)])
+            hem = [(px - side * .6, py + (4.6 if snow else 2.4) + (k % 2) * 1.6) for k, (px, py) in enumerate(limb)]
+            m = c.mpoly(limb + hem[::-1])
+            c.put(m, 'w' if snow else '50' if side > 0 else '25')
+            if snow: c.shade(c.inner(m) & c.mpoly([(x, y), (x + side * half, y + 5), (x, y + 9)]), '50')
+            else: c.lines(limb)
     c.stroke([(x, h), (x, 4)], 2, 1)
     return c
 
