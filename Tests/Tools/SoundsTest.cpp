@@ -71,6 +71,16 @@ TEST(Sounds, BeginAndEndInSilence)
     }
 }
 
+// The program waits for the end of a sound by the clock that journeys are counted with: another length is another journey.
+TEST(Sounds, KeepTheirLength)
+{
+    const struct { Int id; std::size_t samples; } kLengths[] = {
+        {9001, 61740}, {9002, 13230}, {9003, 5512}, {9004, 2646}, {9006, 24255}, {9007, 60638},
+    };
+    for (const auto& sound : kLengths)
+        EXPECT_EQ(waveOf(sound.id).samples.size(), sound.samples) << sound.id;
+}
+
 TEST(Sounds, AreEvenlyLoudAndNotClipped)
 {
     for (const Int id : kSounds) {
