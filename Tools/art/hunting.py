@@ -9,7 +9,7 @@ from ink import at, Canvas, maskof, points, shifted, spline, Sprite
 
 def horizons_and_bank():
     F = {}; r = random.Random(12)
-    # 0 plain: two low swells, one far herd
+    # plain: two low swells, one far herd
     c = Canvas(494, 25, 9, 34); a = spline('-4,18 70,14 150,10 230,13 320,17 410,12 500,9', n=10)
     m = c.mpoly(a + [(500, 26), (-4, 26)]); c.put(m, '25', 0); c.lines(a)
     b = spline('-4,19 90,21 190,18 280,15 360,19 440,21 500,19', n=10)
@@ -18,8 +18,8 @@ def horizons_and_bank():
         x = 250 + i * 4.3 + r.uniform(-1, 1); y = 14 - (i % 3 == 0)
         c.rect(x, y - 2, x + 3, y, 'k', 0); c.px(x + 3, y - 2)
     for x in (18, 61, 77, 140, 171, 233, 305, 322, 377, 428, 441, 480): c.tuft(x, 24 - x % 2, 3, 2, 0)
-    c.curve('40,5 52,2 64,4 76,2 92,5'); c.curve('380,4 394,1 410,4 428,3'); F[0] = c
-    # 1 hills: peaks with white caps
+    c.curve('40,5 52,2 64,4 76,2 92,5'); c.curve('380,4 394,1 410,4 428,3'); F['plain'] = c
+    # hills: peaks with white caps
     c = Canvas(494, 25, 9, 34)
     pk = [(-10, 16), (14, 6), (34, 14), (60, 3), (86, 15), (116, 8), (140, 17), (170, 5), (204, 18), (240, 11),
         (262, 16), (300, 2), (336, 16), (360, 9), (386, 17), (420, 4), (452, 15), (478, 8), (504, 14)]
@@ -31,8 +31,8 @@ def horizons_and_bank():
     m = c.mpoly(b + [(500, 26), (-4, 26)]); c.put(m, 'w', 0); c.lines(b)
     for x in range(10, 490, 23):
         xx = x + r.uniform(-6, 6); c.poly([(xx - 2, 21), (xx, 16), (xx + 2, 21)], 'k', 0)
-    F[1] = c
-    # 2 the near bank with hat, shoulders, barrel
+    F['hills'] = c
+    # the near bank with hat, shoulders, barrel
     c = Canvas(494, 88, 9, 225)
     edge_ = [(x, y) for x, y in spline('-6,30 60,24 130,31 186,27 206,40 290,40 308,27 370,30 430,24 500,29', n=10)]
     dark_grass(c, edge_, ((14, 14, 16), (30, 19, 20), (48, 25, 24), (70, 30, 27)), r, -4, 500, (8, 20),
@@ -51,7 +51,7 @@ def horizons_and_bank():
     c.shade(m & c.mpoly('254,18 270,18 270,40 256,40') & ~c.edge(m), '/')
     c.put(c.mpoly(spline('228,31 247,34 266,31', n=6) + spline('266,36 247,40 228,36', n=6)), 'k', 0)
     # barrel before the hat's brim
-    F[2] = c
+    F['near-bank'] = c
     return F
 
 def ball():
@@ -158,7 +158,7 @@ def rock(snow):
     return c
 
 def pictures():
-    out = dict(zip(('plain', 'hills', 'near-bank'), horizons_and_bank().values())) | {'ball': ball()}
+    out = horizons_and_bank() | {'ball': ball()}
     for name, snow in (('', False), ('snow-', True)):
         out |= {name + 'bush-1': bush(40, 24, 2, snow), name + 'bush-2': bush(30, 20, 7, snow),
             name + 'fir': fir(30, 56, snow), name + 'larch': larch(32, 56, snow), name + 'rock': rock(snow)}

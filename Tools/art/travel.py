@@ -44,7 +44,7 @@ def pair(c, x, y, step):
 
 def scene():
     F = {}
-    # 0 backdrop
+    # backdrop
     c = Canvas(262, 77, 64, 9); sun = c.mell(46, 17, 8, 8); c.put(sun, 'w')
     for i in range(9):
         a = math.radians(180 + 22.5 * i)
@@ -56,13 +56,13 @@ def scene():
     m = c.mpoly(front + [(268, 23), (-4, 23)]); c.put(m, 'w', 0); c.lines(front); c.a[23:] = 0
     for x, y, k in ((190, 5, 0), (200, 8, 1), (212, 4, 2)):
         bird(c, x, y, k)
-    F[0] = c
-    # 1 clouds: period 262
+    F['backdrop'] = c
+    # clouds: period 262
     t = Canvas(262, 14, 64, 32); cloud(t, 18, 12, 62, 10, 3); cloud(t, 112, 13, 44, 7, 5); cloud(t, 184, 11, 54, 9, 8)
     for i, (x, y) in enumerate(((92, 6), (96, 4), (100, 2), (104, 4), (108, 6), (112, 8))):
         t.lines(at(x, y, '-1,-1 0,0 1,-1'))
-    c = Canvas(524, 14); c.a = np.concatenate([t.a, t.a], 1); F[1] = c
-    # 2 ground: period 240
+    c = Canvas(524, 14); c.a = np.concatenate([t.a, t.a], 1); F['clouds'] = c
+    # ground: period 240
     t = Canvas(240, 5); t.a[0] = 1
     for x in list(range(0, 240)):
         if (x * 7) % 13 in (0, 1, 2, 3, 4, 5, 6) and 90 > (x % 97): t.a[2, x] = 1
@@ -74,20 +74,17 @@ def scene():
     t.art(62, 1, ["_########_", "_########_", "__######__", ])
     for x in (12, 38, 100, 126, 196, 222):
         t.a[1:4, x - 1:x + 8] = 0; t.art(x, 1, ["#_#_#", "_###_"])
-    c = Canvas(502, 5); c.a = np.concatenate([t.a, t.a, t.a], 1)[:, :502]; F[2] = c
-    # 3-6 wain and pair
+    c = Canvas(502, 5); c.a = np.concatenate([t.a, t.a, t.a], 1)[:, :502]; F['ground'] = c
+    # wain and pair
     for p in range(4):
         c = Canvas(68, 27, 256, 54); c.closed = True; y = 27; wain(c, 28, y, 40, 26, ang=p * 11.25, hoops=5)
         pair(c, 0, y, p)
         # the yoke
         c.line(13, y - 13, 13, y - 11); c.line(14, y - 13, 14, y - 12)
         # the pole
-        c.line(29, y - 7, 33, y - 6); F[3 + p] = c
+        c.line(29, y - 7, 33, y - 6); F[f'wain-{p + 1}'] = c
     return F
 
 
-NAMES = ('backdrop', 'clouds', 'ground', 'wain-1', 'wain-2', 'wain-3', 'wain-4')
-
 def pictures():
-    F = scene()
-    return {'Travel/Scene/' + n: F[k] for k, n in enumerate(NAMES)}
+    return {'Travel/Scene/' + name: c for name, c in scene().items()}
