@@ -80,6 +80,7 @@ TEST(Sheet, FramesAndStrikesAreTakenApart)
     EXPECT_EQ(frames[3].bits, (*imageFrames(game.items.at({os("Imag"), 5100}).data))[3].bits);
     EXPECT_EQ(picturesOf("Imag", 5200).front().caption, "5200");
     ASSERT_EQ(picturesOf("ICON", 6030).size(), 1U);
+    EXPECT_EQ(picturesOf("snd ", 9004).front().bits.width, (2646 + 63) / 64);
     EXPECT_TRUE(picturesOf("STR#", 3000).empty());
 
     // The table of a strike, 16 rows, has every pixel of its glyphs but those of the box for missing characters.

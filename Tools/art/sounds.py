@@ -206,7 +206,7 @@ def hit():
     strokes = sorted(grass.random() * 0.12 for _ in range(9))
     for at in strokes:
         add(track, shaped(rustle[:samples(0.03)], decay(0.03, 0.004)), 0.07 + at * 0.9, 0.5 * (1 - at / 0.16))
-    add(track, shaped(rustle, lambda t: math.sin(math.pi * min(1, t / 0.15)) ** 2), 0.075, 0.2)
+    add(track, shaped(rustle, lambda t: t / 0.02 * math.exp(1 - t / 0.02)), 0.075, 0.22)
     return track
 
 

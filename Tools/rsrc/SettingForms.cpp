@@ -238,12 +238,36 @@ std::optional<std::string> showSound(Int id, const Bytes& data)
     return " {wav: snd" + std::to_string(id) + ".wav} # " + std::to_string(b.u32(24)) + " samples at " + std::to_string(b.u16(28)) + " Hz";
 }
 
+/// The wave: in each column the lowest and the highest of 64 samples, a dotted line at silence, and below it a mark every tenth of
+/// a second, a longer one every second.
+std::optional<Bits> pictureOfSound(const Bytes& data)
+{
+    constexpr Int kColumn = 64, kHeight = 128, kRuler = 8, kTenth = 3;
+    const Block b(data);
+    const Int count = std::min(b.u32(24), b.count() - kSamples), rate = b.u16(28);
+    if (!showSound(0, data) || count < 1 || rate < 10)
+        return std::nullopt;
+    Bits wave(kHeight + kRuler, (count + kColumn - 1) / kColumn);
+    for (Int h = 0; h < wave.width; ++h) {
+        const auto first = data.begin() + kSamples + h * kColumn;
+        const auto [low, high] = std::minmax_element(first, first + std::min(kColumn, count - h * kColumn));
+        for (Int v = (255 - *high) / 2; v <= (255 - *low) / 2; ++v)
+            wave.set(v, h);
+        if (h % 4 == 0)
+            wave.set(kHeight / 2 - 1, h);
+    }
+    for (Int tenth = 0; tenth * rate / 10 < count; ++tenth)
+        for (Int v = 0; v < (tenth % 10 == 0 ? kRuler : kTenth); ++v)
+            wave.set(kHeight + v, tenth * rate / 10 / kColumn);
+    return wave;
+}
+
 } // namespace
 
 std::vector<Form> settingForms()
 {
     return {{"CONF", compileSettings, showSettings}, {"HVof", compileDots, showDots}, {"vers", compileVersion, showVersion},
-        {"snd ", compileSound, showSound}};
+        {"snd ", compileSound, showSound, pictureOfSound}};
 }
 
 } // namespace Rsrc
