@@ -7,13 +7,21 @@
 #include "Tests/Walk/ContactSheet.h"
 #include "Tests/Walk/Stops.h"
 #include "Wainroad/Screens/Choices.h"
+#include "Wainroad/Screens/Crossing.h"
+#include "Wainroad/Screens/Hunt.h"
 #include "Wainroad/Screens/Party.h"
+#include "Wainroad/Screens/River.h"
+#include "Wainroad/Screens/Score.h"
+#include "Wainroad/Screens/Store.h"
 #include "Wainroad/Screens/Talk.h"
+#include "Wainroad/Screens/Trade.h"
+#include "Wainroad/Screens/Travel.h"
 #include "Wainroad/Simulation/Model.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <set>
 
 using namespace Harness;
@@ -89,6 +97,7 @@ TEST(Walk, DialogsLeaveNothingBehind)
         Visit game(stop.from);
         const FramePtr before = game.run.frame();
         visit(game, stop);
+        EXPECT_FALSE(before->pixels == game.run.frame()->pixels) << "nothing shows";
         if (const DialogPtr dialog = game.dialog()) {
             const Rect outline = dialog->structRect();
             EXPECT_EQ(outline.intersection(Screen::bounds), outline) << "it reaches beyond the screen";
@@ -121,18 +130,81 @@ TEST(Walk, AnAlertThatIsLargerThanItsDialogUncoversWhatItHid)
     EXPECT_EQ(different, 0) << "pixels beside the dialog";
 }
 
-TEST(Walk, EveryTalkFitsItsPanel)
+namespace {
+
+/// A panel whose words depend on the state, and the states that make them long.
+struct Variants {
+    const char* name;
+    const ViewProc* panel;
+    Int count;
+    void (*set)(Int n);
+};
+
+Wagon& myWagon() { return WagonOf(gState, gMySlot); }
+
+void standAt(Int place) { gState.landmark = place, gState.toNext = 0; }
+
+const Variants kVariants[] = {
+    {"talk", &TalkPanel, 17 * 3, [](Int n) { standAt(n / 3), gTalkTurn = n % 3 + 1; }},
+    {"place", &LandmarkNamePanel, 18, [](Int n) { standAt(n - 1); }},
+    {"no hunting", &NoHuntingHerePanel, 18, [](Int n) { standAt(n - 1); }},
+    {"store", &StorePanel, 18, [](Int n) { standAt(n - 1), myWagon().money = 999'999; }},
+    {"rations", &SameRationsPanel, 3, [](Int n) { myWagon().rations = n; }},
+    {"pace", &SamePacePanel, 3, [](Int n) { gState.pace = n; }},
+    {"river", &RiverPanel, 4, [](Int n) {
+         standAt(std::array<Int, 4>{0, 1, 8, 11}[static_cast<std::size_t>(n)]);
+         gState.riverDepth = 45, gState.riverWidth = 188;
+     }},
+    {"offer", &TradeOfferPanel, 8 * 12, [](Int n) { gWantItem = n % 8, gWantAmount = gWantItem == kTradeMoney ? 999'900 : 9999; }},
+    {"crossing", &CrossingResultPanel, 5, [](Int n) { gCrossLoss = {}, gCrossResult = n, gCrossMethod = kFerry; }},
+    {"illness", &PartyPanel, 10, [](Int n) { myWagon().illness.fill(n); }},
+    {"score", &ScorePanel, 8, [](Int n) { myWagon().occupation = n, myWagon().supply.fill(2000), myWagon().money = 9'999'999; }},
+};
+
+} // namespace
+
+TEST(Walk, WordsFitWhateverTheStateFillsIn)
 {
-    Visit game(Visit::From::road);
-    for (Int place = 0; place <= 16; ++place)
-        for (gTalkTurn = 1; gTalkTurn <= 3; ++gTalkTurn) {
-            gState.landmark = place;
-            ClosePanel(TalkPanel);
-            OpenPanel(TalkPanel);
-            game.run.advance(4);
+    for (const Variants& variants : kVariants) {
+        Visit game(Visit::From::road);
+        for (Int n = 0; n < variants.count; ++n) {
+            variants.set(n);
+            ClosePanel(*variants.panel);
+            OpenPanel(*variants.panel);
+            game.run.advance(3);
+            ASSERT_TRUE(game.player.shows(*variants.panel)) << variants.name << ' ' << n;
+            if (variants.panel == &CrossingResultPanel) { // the longest list
+                gCrossLoss.supplies.fill(2000);
+                gCrossLoss.drowned = {0, 1, 1, 1, 1};
+            }
             for (const std::string& fault : faultsIn(game))
-                ADD_FAILURE() << "talk " << gTalkTurn << " at " << place << ": " << fault;
+                ADD_FAILURE() << variants.name << ' ' << n << ": " << fault;
         }
+    }
+}
+
+TEST(Walk, TheReportOfAHuntFits)
+{
+    constexpr Int kReport = 3, kMore = 60;
+    Visit game(Visit::From::road);
+    gHuntShot = 1942, gHuntBullets = 20;
+    for (const auto& [result, carried] : {std::pair<Int, Int>{1942, 200}, {200, 200}, {100, 200}, {0, 200}}) {
+        gHuntResult = result, gHuntCarried = carried;
+        ClosePanel(HuntResultPanel);
+        game.open(HuntResultPanel);
+        View* report = GetItem(*FindPanel(HuntResultPanel), kReport);
+        ASSERT_TRUE(report);
+        const Int bottom = report->r.bottom;
+        report->r.bottom += kMore; // what its box cuts off would show below
+        const Surface surface = surfaceOf("report", *FindPanel(HuntResultPanel));
+        const BitMap& drawn = surface.boxes[kReport - 1].drawn;
+        Int below = 0;
+        for (Int v = bottom; v < bottom + kMore; ++v)
+            for (Int h = report->r.left; h < report->r.right; ++h)
+                below += drawn.get(h, v);
+        EXPECT_EQ(below, 0) << result;
+        report->r.bottom = bottom;
+    }
 }
 
 TEST(Walk, WideNamesKeepToTheirPartOfTheParty)

@@ -195,6 +195,13 @@ static Int userItem(View& view, Msg& msg)
     return 0;
 }
 
+Int TimedItem(View& view, Msg& msg)
+{
+    if (msg.what == kMsgClose)
+        RemoveTimer(view);
+    return userItem(view, msg);
+}
+
 static Int textItemProc(View& view, Msg& msg)
 {
     switch (msg.what) {

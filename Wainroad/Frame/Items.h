@@ -39,6 +39,8 @@ bool TrackItem(View& panel, Int item);
 bool TrackView(View& view);
 
 extern const ViewProc UserItem;      ///< a user item without a proc
+/// What a user item with one timer leaves to others: takes the timer away at `kMsgClose`, else answers as `UserItem`.
+Int TimedItem(View& view, Msg& msg);
 extern const ViewProc ControlItem;   ///< button, check box, radio button or resource control; `data` is `ControlHandle`
 extern const ViewProc TextItem;      ///< static text; `data` is `Handle`
 extern const ViewProc FrameItem;     ///< a framed rectangle; `obj` is a `Pattern`, black if none

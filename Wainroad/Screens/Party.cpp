@@ -110,11 +110,8 @@ Int partyItemProc(View& item, Msg& msg)
                 DrawParty(item);
         }
         return 1;
-    case kMsgClose:
-        RemoveTimer(item);
-        return 1;
     default:
-        return UserItem.fn(item, msg);
+        return TimedItem(item, msg);
     }
 }
 
@@ -180,11 +177,8 @@ Int suppliesItemProc(View& item, Msg& msg)
                 DrawSupplies(item);
         }
         return 1;
-    case kMsgClose:
-        RemoveTimer(item);
-        return 1;
     default:
-        return UserItem.fn(item, msg);
+        return TimedItem(item, msg);
     }
 }
 

@@ -183,11 +183,8 @@ Int statusItemProc(View& item, Msg& msg)
     case kMsgTimer:
         updateStatus(item);
         return 1;
-    case kMsgClose:
-        RemoveTimer(item);
-        return 1;
     default:
-        return UserItem.fn(item, msg);
+        return TimedItem(item, msg);
     }
 }
 
@@ -220,11 +217,8 @@ Int thermometerItemProc(View& item, Msg& msg)
     case kMsgDraw:
         drawThermometer(item);
         return 1;
-    case kMsgClose:
-        RemoveTimer(item);
-        return 1;
     default:
-        return UserItem.fn(item, msg);
+        return TimedItem(item, msg);
     }
 }
 

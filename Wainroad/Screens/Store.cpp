@@ -312,11 +312,8 @@ Int costItemProc(View& item, Msg& msg)
     case kMsgDraw:
         DrawCosts(item);
         return 1;
-    case kMsgClose:
-        RemoveTimer(item);
-        return 1;
     default:
-        return UserItem.fn(item, msg);
+        return TimedItem(item, msg);
     }
 }
 

@@ -41,8 +41,7 @@ Int trailItemProc(View& item, Msg& msg)
         return 1;
     case kMsgClose:
         gTrailDots = {};
-        RemoveTimer(item);
-        return 1;
+        return TimedItem(item, msg);
     default:
         return UserItem.fn(item, msg);
     }
