@@ -3,7 +3,7 @@ import math
 import random
 
 from country import cloud, dark_grass, tree
-from figures import ox, person, wain, wheel
+from figures import halo, ox, person, wain, wheel
 from ink import at, points, spline, Sprite
 
 def ground():
@@ -233,7 +233,8 @@ def ferry(sinking):
     def deck(pts): return [(x, y + (x - 50) * tilt) for x, y in points(pts)]
     c.poly(deck('5,25 96,25 94,36 7,36'), 'w'); c.lines(deck('5,29 95,29'))
     wain(c, 38, 33 + int(tilt * 14), 42, 29, lantern=False)
-    ox(c, 11, 34 - int(tilt * 26), 26, 16, tone='75', shade=None, eye=False); ox(c, 16, 35 - int(tilt * 22), 26, 16)
+    ox(c, 7, 34 - int(tilt * 26), 26, 16, tone='k')
+    halo(c, lambda d: ox(d, 16, 35 - int(tilt * 22), 26, 16))
     person(c, 88, 34 + int(tilt * 36), 16, hat='cone', skirt=True, arm=((3, 14), (6, 15)))
     c.poly(deck('0,33 8,35 90,35 99,33 92,43 8,43'), 'w', heavy=1); c.lines(deck('5,38 94,38'))
     for x in range(14, 92, 11):
@@ -265,8 +266,8 @@ def hoops():
 def ford():
     """Oxen and wain in the ford, water to the axle."""
     c = Sprite(112, 42)
-    ox(c, 0, 43, 30, 20, yoke=True); ox(c, 12, 44, 30, 20, yoke=True)
-    c.line(40, 32, 56, 32); wain(c, 50, 44, 58, 42, lantern=True, ang=9)
+    ox(c, 0, 39, 30, 20, tone='k'); halo(c, lambda d: ox(d, 13, 40, 30, 20, yoke=True))
+    c.line(42, 31, 56, 31); wain(c, 50, 44, 58, 42, lantern=True, ang=9)
     c.a[35:] = 0
     c.poly('0,35 20,34 60,36 90,34 111,36 106,41 60,40 20,42 4,40', 'w'); c.lines('4,37 20,36 36,38 60,37 84,38 106,37')
     return c
