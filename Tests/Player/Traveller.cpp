@@ -152,7 +152,7 @@ namespace {
 /// Where something moves on the hunting field between two frames: the middle of the pixels that differ.
 std::optional<Point> movement(const Frame& before, const Frame& now)
 {
-    constexpr Int kTop = 20 + 59, kBottom = 20 + 220; // of the screen
+    constexpr Int kTop = 59, kBottom = 220; // of the window
     Int count = 0, sumV = 0, sumH = 0;
     for (Int v = kTop; v < kBottom; ++v)
         for (Int h = 12; h < 500; ++h) {
@@ -165,7 +165,7 @@ std::optional<Point> movement(const Frame& before, const Frame& now)
         }
     if (count < 8)
         return std::nullopt;
-    return Point{sumV / count - 20, sumH / count};
+    return Point{sumV / count, sumH / count};
 }
 
 } // namespace

@@ -124,12 +124,18 @@ void keepWaitingDate(const LogLayout& layout)
     s->waitingOffset = layout.date.offset;
 }
 
-/// Lays a message out and notes where its block begins.
+/// Lays a message out and notes where its block begins: behind all lines of the messages before it. A date that waits
+/// has no line yet; once it gets one, the blocks that have begun meanwhile move behind it.
 void layOutMessage(LogLayout& layout, Int index, Int offset, const std::function<void(LogLine)>& shown)
 {
-    const Int begin = layout.add(index, offset, shown);
+    const Int line = layout.line(), waiting = layout.date.index;
     if (index % kLogBlock == 0 && index / kLogBlock < kLogBlocks)
-        gBlockLines[static_cast<std::size_t>(index / kLogBlock)] = begin;
+        gBlockLines[static_cast<std::size_t>(index / kLogBlock)] = line;
+    const Int begin = layout.add(index, offset, shown);
+    if (waiting < 0 || layout.date.index >= 0)
+        return;
+    for (Int block = waiting / kLogBlock + 1; block <= index / kLogBlock && block < kLogBlocks; ++block)
+        gBlockLines[static_cast<std::size_t>(block)] += begin - line;
 }
 
 Int greatestTop() { return std::max<Int>(gLogInfo.lines - kLogViewLines, 0); }
@@ -148,7 +154,7 @@ std::vector<LogLine> fillCache(View& item, Int first, Int last)
         return lines;
     Int index = block * kLogBlock, offset = gBlockOffsets[static_cast<std::size_t>(block)];
     Int line = gBlockLines[static_cast<std::size_t>(block)];
-    // A date just before the block belongs to its first message and lies on the line before it.
+    // A date that stands before the block lies above it, and is found from the block before.
     for (LogLayout layout(item, line); offset < gLogInfo.end && layout.line() < last; ++index, offset = NextMessage(offset))
         layout.add(index, offset, [&](LogLine shown) { lines.push_back(std::move(shown)); });
     return lines;
