@@ -167,8 +167,10 @@ std::span<const std::uint8_t> MessageAt(Int offset)
     const Int left = std::max(gLogInfo.end - offset, Int{0});
     const std::span stored = std::span<const std::uint8_t>(gLogBuffer->bytes).subspan(static_cast<std::size_t>(offset), static_cast<std::size_t>(left));
     const Int size = MessageSize(stored);
-    if (size == 0)
+    if (size == 0) {
+        gLogInfo.end = std::min(gLogInfo.end, offset); // what is drawn behind the alert does not come here again
         Fatal(1, "NextMsg");
+    }
     return stored.first(static_cast<std::size_t>(size));
 }
 
