@@ -35,7 +35,7 @@ struct Journey {
 };
 
 const Journey kJourneys[] = {
-    {"RoadAndFloat", "1848-04-01", 0, 4, {8, 15, 20, 3, 3, 3, 1600}, {2, false, false, 0, 0, true, 3},
+    {"RoadAndFloat", "1848-04-11", 0, 4, {8, 15, 20, 3, 3, 3, 1600}, {2, false, false, 0, 0, true, 3},
         {"Journal"}},
     {"RoadAndFord", "1848-05-02", 3, 5, {8, 12, 20, 2, 2, 2, 1600}, {1, false, false, 0, 0, true},
         {"Journal"}},
