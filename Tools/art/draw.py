@@ -28,14 +28,19 @@ def save(picture, path):
 
 
 def main(names):
-    """Draws the named modules, or all."""
+    """Draws the named modules, or all; then a picture that none of them draws is told."""
+    drawn = set()
     for name in names or MODULES:
         module = importlib.import_module(name)
         if hasattr(module, 'write'):
             module.write(ROOT)  # what is no resource writes itself
             continue
         for picture, canvas in module.pictures().items():
+            drawn.add(path_of(picture))
             save(canvas, path_of(picture))
+    strays = set(ROOT.glob('Resources/*/Pictures/**/*.png')) - drawn
+    if strays and not names:
+        sys.exit('No module draws ' + ', '.join(sorted(str(path.relative_to(ROOT)) for path in strays)))
 
 
 if __name__ == '__main__':

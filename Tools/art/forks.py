@@ -26,10 +26,10 @@ def team(c, y0, cx, k=.62):
     d.band(spline(at(cx, y0, '-54,-31 -29,-37 0,-33 29,-37 54,-31', k)), 4, tone='w'); m = d.touch
     g = m | shifted(m, 1, 0) | shifted(m, -1, 0) | shifted(m, 0, -1); c.a[g] = 0; c.a[m] = d.a[m]
 
-def fork(n):
+def fork(place):
     """The two roads of a parting, from the driver's seat: 48 rows, which is what the panel leaves."""
-    W_, H_ = 240, 48; c = Canvas(W_, H_, 75, 57); r = random.Random(n); yy, xx = np.indices((H_, W_))
-    if n == 6270:
+    W_, H_ = 240, 48; c = Canvas(W_, H_, 75, 57); r = random.Random(6270); yy, xx = np.indices((H_, W_))
+    if place == 'split-ash':
         hills = spline('-4,15 20,8 46,13 72,7 98,14 140,14 168,7 200,14 244,9', n=6)
         m = c.mpoly(hills + [(244, 24), (-4, 24)]); c.put(m, '25', 0); c.lines(hills)
         g = spline('-4,20 60,18 120,20 180,18 244,20', n=6)
@@ -52,7 +52,7 @@ def fork(n):
             c.band(spline([(120, 36), (120 + s_ * 3, 26), (120 + s_ * 10, 16)]), 4.4, 2.4, 'w')
             crown(c, 120 + s_ * 15, 9, 15, 9, r)
         c.poly('118,36 120,24 122,36', 'k')
-    elif n == 6280:
+    elif place == 'jackdaw-saddle':
         for P, q in (([(-4, 30), (10, 14), (26, 3), (36, 12), (52, 20), (70, 28)], (26, 3)),
                 ([(244, 28), (226, 12), (212, 1), (198, 12), (182, 20), (160, 29)], (212, 1))):
             m = c.poly(P + [(P[-1][0], 40), (P[0][0], 40)], 'w')
@@ -100,5 +100,4 @@ def fork(n):
     return c
 
 def pictures():
-    return {'Places/fork-split-ash': fork(6270), 'Places/fork-jackdaw-saddle': fork(6280),
-        'Places/fork-elbow-landing': fork(6281)}
+    return {f'Places/fork-{place}': fork(place) for place in ('split-ash', 'jackdaw-saddle', 'elbow-landing')}
