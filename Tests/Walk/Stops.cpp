@@ -44,7 +44,7 @@ using namespace Wainroad;
 
 namespace {
 
-constexpr Int kFileMenu = 1001, kPlayMenu = 1003, kManagementMenu = 1004;
+constexpr Int kPlayMenu = 1003, kManagementMenu = 1004;
 
 using From = Visit::From;
 

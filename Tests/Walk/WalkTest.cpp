@@ -3,11 +3,15 @@
 
 #include "MacToolbox/Base/Strings.h"
 #include "MacToolbox/Data/Resources.h"
+#include "MacToolbox/QuickDraw/Fonts.h"
 #include "Tests/Managers/ToyResources.h"
 #include "Tests/Walk/ContactSheet.h"
 #include "Tests/Walk/Stops.h"
+#include "Wainroad/Frame/Items.h"
+#include "Wainroad/Frame/Utils.h"
 #include "Wainroad/Screens/Choices.h"
 #include "Wainroad/Screens/Crossing.h"
+#include "Wainroad/Screens/Guide.h"
 #include "Wainroad/Screens/Hunt.h"
 #include "Wainroad/Screens/Party.h"
 #include "Wainroad/Screens/River.h"
@@ -204,6 +208,27 @@ TEST(Walk, TheReportOfAHuntFits)
                 below += drawn.get(h, v);
         EXPECT_EQ(below, 0) << result;
         report->r.bottom = bottom;
+    }
+}
+
+TEST(Walk, EveryTitleFitsTheGuideAndItsIndex)
+{
+    constexpr Int kTitles = 3150, kTitleItem = 4, kList = 3, kScrollBar = 16, kIndent = 5;
+    Visit game(Visit::From::road);
+    game.open(GuidePanel);
+    const View* title = GetItem(*FindPanel(GuidePanel), kTitleItem);
+    const Int titleRoom = title->r.width();
+    game.open(GuideTopicsPanel);
+    View* list = GetItem(*FindPanel(GuideTopicsPanel), kList);
+    const Int listRoom = list->r.width() - kScrollBar - kIndent;
+    const ViewPortScope port(*list);
+    for (Int page = 1; page <= kGuidePages; ++page) {
+        const Str255 words = ListString(kTitles, page);
+        EXPECT_GT(words.size(), 1U) << page;
+        const StyleScope inList(list->style);
+        EXPECT_LE(StringWidth(words), listRoom) << string(words);
+        const StyleScope onPage({6322, 1, 0, 14, 0});
+        EXPECT_LE(StringWidth(words), titleRoom) << string(words);
     }
 }
 
