@@ -3,7 +3,7 @@ import random
 
 from country import courses, crown, plume, thatch, tree
 from figures import bird, tent
-from ink import arc, Canvas, spline
+from ink import arc, at, Canvas, points, spline
 
 def S(w):
     return Canvas(w, 35, 64, 46)
@@ -83,12 +83,14 @@ def corbel():
 
 def bakers():
     c = S(88)
-    for i, x in enumerate((20, 46, 74)):
-        plume(c, x, 31, 30 - (i % 2) * 4, -13, 3, 10, i)
-        c.poly([(x - 8, 35), (x - 3, 30), (x + 3, 30), (x + 8, 35)], 'w', heavy=1); c.line(x - 2, 30, x + 2, 30)
-    c.line(61, 8, 61, 34); c.line(62, 8, 62, 34); c.poly('57,2 66,2 66,11 57,11', 'w')
-    for x, y in ((33, 33), (4, 34), (86, 33), (10, 34), (58, 34)): c.px(x, y)
-    c.art(28, 30, ["_####_", "######", "######", "_####_"])
+    for k, x in enumerate((22, 48, 77)):
+        for dx in (-4, 0, 4):
+            wisp = spline(at(x + dx, k % 2 * 2, '0,27 -3,22 0,17 -5,12 -3,7 -9,2'), n=8)
+            c.stroke(wisp, 1 if dx else 2, 1)
+        c.poly(at(x, 35, '-8,0 -3,-5 3,-5 8,0'), 'w', heavy=1); c.line(x - 2, 30, x + 2, 30)
+    c.stroke('62,34 62,13', 1.6); c.poly(spline('59,13 57.6,7 59.6,2 62.5,1 65.4,2 67,7 65.6,13', True), 'w', heavy=1)
+    for x, y in points('4,34 86,33 10,34 58,34 70,34'): c.px(x, y)
+    for x in (31, 37): c.art(x, 31, ('_###_', '#####', '#####', '_###_'))
     return c
 
 def ember():
