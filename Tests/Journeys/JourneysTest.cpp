@@ -3,9 +3,11 @@
 // moments with the pictures `Tests/Golden/NAME/MOMENT.png`; UPDATE_GOLDEN=1 writes all of them anew.
 
 #include "MacToolbox/Base/Strings.h"
+#include "MacToolbox/Managers/Sound.h"
 #include "MacToolbox/Managers/TextEdit.h"
 #include "Tests/Harness/Golden.h"
 #include "Tests/Player/Traveller.h"
+#include "Wainroad/Frame/Sound_.h"
 #include "Wainroad/Game/Wainroad.h"
 #include "Wainroad/Journal/LogText.h"
 #include "Wainroad/Screens/Title.h"
@@ -116,4 +118,15 @@ TEST(IdleJourney, NothingHappensToWhoStaysAtHome)
     const Bytes before = gState.bytes();
     run.advance(60 * 60 * 3);
     EXPECT_EQ(gState.bytes(), before);
+}
+
+TEST(StartUp, TheTitleShowsWithinTwoTicksOfTheTunesEnd)
+{
+    GameRun run(Wainroad_main);
+    ASSERT_TRUE(run.runUntil([] { return gChannel && gChannel->userInfo == kSoundPlaying; }, 60));
+    const FramePtr before = run.frame();
+    ASSERT_TRUE(run.runUntil([] { return gChannel->userInfo != kSoundPlaying; }, 300));
+    const Int over = run.ticks();
+    ASSERT_TRUE(run.runUntil([&] { return FindPanel(TitlePanel) && run.frame() != before; }, 60));
+    EXPECT_LE(run.ticks() - over, 2);
 }

@@ -229,6 +229,24 @@ TEST_F(OnTheHunt, AnimalsComeTwoAtATimeAndShotOnesFeedTheParty)
     EXPECT_NEAR(static_cast<double>(gState.wagon[0].supply[kFood]), static_cast<double>(before + gHuntResult), 15); // a day passes
 }
 
+TEST_F(OnTheHunt, ShowsTwentyFramesASecondAtMost)
+{
+    begin();
+    for (int i = 0; i < 4; ++i)
+        NewAnimal();
+    run.advance(30);
+    Int frames = 0;
+    FramePtr last = run.frame();
+    const Int begun = run.ticks();
+    while (run.ticks() < begun + 120) {
+        run.advance(1);
+        frames += run.frame() != last;
+        last = run.frame();
+    }
+    EXPECT_GT(frames, 20); // they walk
+    EXPECT_LE(3 * (frames - 1), run.ticks() - begun);
+}
+
 TEST_F(OnTheHunt, CarriesWhatTheyCanAndTheWainHolds)
 {
     begin();
