@@ -66,7 +66,7 @@ def lanthorn():
     team(108, 95, 34, 26, 86, 20, 12, lantern=False)
     team(154, 109, 46, 34, 126, 28, 17)
     team(206, 136, 64, 48, 166, 38, 24, ang=12)
-    for x, y in points('70,104 80,112 118,118 132,130 150,140 64,118 188,148 10,116 30,106 176,122'):
+    for x, y in points('70,104 80,112 118,118 132,130 150,140 188,148 8,116 176,122'):
         c.tuft(x, y, 3, 4, -1)
     # foreground: child asleep on flour sacks; a woman chalking prices
     for x, y in ((88, 150), (108, 152), (98, 141)):
