@@ -242,8 +242,8 @@ def small_ox(c, x, y, w, tone, f, yoke):
             if ch != '_' and 0 <= px < c.w and 0 <= py < c.h: c.px(px, py, 1 if ch == '#' else coat[py, px])
     if yoke and wide > 20: c.line(x + wide * .36, y - high, x + wide * .36, y - high * .7)
 
-def ox(c, x, y, w=36, h=22, tone='w', f=-1, phase=0, bell=False, shade='25', yoke=False, lying=False, headdown=0,
-        tail=True, eye=True):
+def ox(c, x, y, w=36, h=22, tone='w', f=-1, phase=0, bell=False, shade='25', yoke=False, lying=False, tail=True,
+        eye=True):
     """An ox facing left; x left edge, y ground row. phase 0 stands, 1..4 walk."""
     if w < 32 and not (phase or lying): return small_ox(c, x, y, w, tone, f, yoke)
     sx, sy = w / 70.0, h / 44.0
@@ -272,12 +272,11 @@ def ox(c, x, y, w=36, h=22, tone='w', f=-1, phase=0, bell=False, shade='25', yok
                     8, 4, dark)
             else:
                 limb([(bx, 30), (bx + dx * .45 - (2 if up else 0), 37 - up * .5), (bx + dx, 43.2 - up)], 6, 4, dark)
-    hd = headdown
     if tail:
         L([(65, 14), (68, 18), (68.4, 26), (68, 32)], 1.7 if sx > .5 else .6)
         L([(68.4, 26), (68.2, 36)], 2.2 if sx > .5 else 1, 4)
     # far horn
-    L([(9, 8 + hd), (9, 4 + hd), (7, 1 + hd), (8, -1.5 + hd)], 2.2, 1)
+    L([(9, 8), (9, 4), (7, 1), (8, -1.5)], 2.2, 1)
     # body: withers, level back, hips, deep belly, brisket
     B = [(13, 15), (18, 9.5), (24, 9), (34, 12), (46, 12), (56, 9.5), (63, 11), (67, 16), (67, 24), (63, 29), (56, 30),
         (48, 33), (37, 35), (26, 34), (19, 35.5), (14, 32), (11, 25)]
@@ -306,8 +305,8 @@ def ox(c, x, y, w=36, h=22, tone='w', f=-1, phase=0, bell=False, shade='25', yok
         limb([(22, 33), (12, 38.5), (10, 42), (18, 42.6)], 8, 4.6, tone)
         L([(37, 42.6), (34.5, 42.6)], 3); L([(18, 42.6), (20.5, 42.6)], 3)
     # head and neck
-    N = [(22, 10), (16, 8.5 + hd * .5), (12, 6.5 + hd), (7.5, 7 + hd), (5, 10.5 + hd), (3.4, 15 + hd), (.8, 21 + hd),
-        (.6, 25.4 + hd), (3.6, 27.6 + hd), (7.6, 26.4 + hd), (10.4, 22.5 + hd), (12.5, 21 + hd), (12.6, 27 + hd * .4),
+    N = [(22, 10), (16, 8.5), (12, 6.5), (7.5, 7), (5, 10.5), (3.4, 15), (.8, 21),
+        (.6, 25.4), (3.6, 27.6), (7.6, 26.4), (10.4, 22.5), (12.5, 21), (12.6, 27),
         (14, 33), (20, 34), (25, 26)]
     m2 = c.mpoly(spline([P(*p) for p in N], True))
     t = c.tone(tone)
@@ -316,22 +315,22 @@ def ox(c, x, y, w=36, h=22, tone='w', f=-1, phase=0, bell=False, shade='25', yok
     z = m2 & m & inner & ~c.edge(m)
     c.a[z] = t[z]
     if shade and sx > .5:
-        c.shade(m2 & c.mpoly(spline([P(*p) for p in [(10, 23 + hd), (13.4, 19 + hd * .6), (18, 24), (19, 33),
+        c.shade(m2 & c.mpoly(spline([P(*p) for p in [(10, 23), (13.4, 19), (18, 24), (19, 33),
             (13, 32)]], True)) & ~c.edge(m2), shade)
     if sx > .42 and eye:
-        ex, ey = P(6.4, 14 + hd)
+        ex, ey = P(6.4, 14)
         if sx > .8:
             c.rect(ex - 1, ey - 1, ex + 1, ey + 1, 'k', 0)
-            c.curve([P(4.6, 12 + hd), P(6.6, 11.4 + hd), P(8.6, 12.6 + hd)])
-            c.px(*P(2.4, 23.6 + hd)); c.line(*P(2.6, 26 + hd), *P(6, 25 + hd))
-            c.curve([P(1.4, 20.6 + hd), P(4, 20 + hd), P(7, 21.6 + hd)])
+            c.curve([P(4.6, 12), P(6.6, 11.4), P(8.6, 12.6)])
+            c.px(*P(2.4, 23.6)); c.line(*P(2.6, 26), *P(6, 25))
+            c.curve([P(1.4, 20.6), P(4, 20), P(7, 21.6)])
         else:
             c.px(ex, ey)
     # near horn, ear
-    L([(10, 8.4 + hd), (6.5, 6.6 + hd), (2.5, 5 + hd), (1, 1.5 + hd), (2.4, -2 + hd)], 3.0, 1)
+    L([(10, 8.4), (6.5, 6.6), (2.5, 5), (1, 1.5), (2.4, -2)], 3.0, 1)
     if sx > .5:
-        c.poly(spline([P(*p) for p in [(12, 9.4 + hd), (16.5, 10 + hd), (18.4, 13 + hd), (14, 13.6 + hd)]], True), tone)
-    else: L([(12.5, 10 + hd), (16, 12.5 + hd)], 3.0, 1.5)
+        c.poly(spline([P(*p) for p in [(12, 9.4), (16.5, 10), (18.4, 13), (14, 13.6)]], True), tone)
+    else: L([(12.5, 10), (16, 12.5)], 3.0, 1.5)
     if yoke:
         L([(19, 5), (19.6, 13)], 4.2)
         L([(18.4, 12), (16, 24), (20, 34.5)], 1)

@@ -281,7 +281,7 @@ def mourning():
     # the wain standing, its shadow long to the right
     c.hatch(c.mpoly('150,118 236,117 268,124 268,132 170,122'), 3, -1)
     wain(c, 150, 120, 68, 52, ang=4, lantern=False); c.line(152, 113, 126, 117); c.line(152, 114, 126, 118)
-    halo(c, lambda d: ox(d, 88, 119, 36, 21, yoke=True, headdown=6))
+    halo(c, lambda d: ox(d, 94, 120, 30, 18, yoke=True))
     # lantern lit on the front hoop
     c.ink(c.mell(147, 84, 10, 10), 0)
     c.line(150, 72, 147, 76); c.poly('143,80 147,76 151,80', 'k'); c.rect(143, 80, 152, 89, 'w')
