@@ -1,6 +1,8 @@
 #include "Tests/Window/Desk.h"
 
+#include <algorithm>
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -10,6 +12,7 @@
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
 #include <X11/extensions/XTest.h>
+#include <unistd.h>
 
 namespace Harness {
 
@@ -72,19 +75,27 @@ std::string Desk::missing()
 
 Desk::Desk()
 {
-    // The server finds a free number by itself and tells it.
-    server_.emplace(
-        std::vector<std::string>{"Xvfb", "-displayfd", "1", "-screen", "0", "2560x1600x24", "-nolisten", "tcp"}, Program::Environment{});
-    if (!waitUntil([this] { return server_->output().find('\n') != std::string::npos; }))
-        throw std::runtime_error("Xvfb does not start: " + server_->output());
-    name_ = ":" + std::to_string(std::atoi(server_->output().c_str()));
-    display_ = XOpenDisplay(name_.c_str());
-    if (!display_)
-        throw std::runtime_error("no display " + name_);
+    startServer();
     XSetErrorHandler([](Display*, XErrorEvent*) { return 0; }); // a window may be gone when it is asked for
     manager_.emplace(std::vector<std::string>{"openbox"}, environment());
     if (!waitUntil([this] { return !property(display_, DefaultRootWindow(display_), "_NET_SUPPORTING_WM_CHECK").empty(); }))
         throw std::runtime_error("openbox does not start: " + manager_->output());
+    run({"setxkbmap", "fr"});
+}
+
+/// Tries numbers for the display until one is free: a server that finds its number taken ends by itself.
+void Desk::startServer()
+{
+    constexpr int kFirst = 200, kRange = 20000;
+    std::string words;
+    for (int attempt = 0; attempt < 20 && !display_; ++attempt) {
+        name_ = ":" + std::to_string(kFirst + (getpid() + attempt * 137) % kRange);
+        server_.emplace(std::vector<std::string>{"Xvfb", name_, "-screen", "0", "2560x1600x24", "-nolisten", "tcp"}, Program::Environment{});
+        waitUntil([this] { return !server_->running() || (display_ = XOpenDisplay(name_.c_str())) != nullptr; });
+        words = server_->output();
+    }
+    if (!display_)
+        throw std::runtime_error("Xvfb does not start: " + words);
 }
 
 Desk::~Desk()
@@ -116,10 +127,22 @@ Desk::Window Desk::waitFor(const std::string& title) const
     return window;
 }
 
+bool Desk::waitForActive(const std::string& title) const
+{
+    return waitUntil([&] {
+        const std::string active = property(display_, DefaultRootWindow(display_), "_NET_ACTIVE_WINDOW");
+        Window window = 0;
+        std::memcpy(&window, active.data(), std::min(active.size(), sizeof window));
+        return window != 0 && window == find(title);
+    });
+}
+
 bool Desk::waitForEnd(const std::string& title) const
 {
     return waitUntil([&] { return find(title) == 0; });
 }
+
+bool Desk::hasClipboard() const { return XGetSelectionOwner(display_, XInternAtom(display_, "CLIPBOARD", False)) != 0; }
 
 Shot Desk::shot(Window window) const
 {

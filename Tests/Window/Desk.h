@@ -17,7 +17,8 @@ struct Shot {
     void save(const std::string& path) const;
 };
 
-/// A display of its own, 2560 by 1600, with a window manager: no window of the machine is seen or touched.
+/// A display of its own, 2560 by 1600, with a window manager and a French keyboard, whose accented letters are keys: no
+/// window of the machine is seen or touched.
 class Desk {
 public:
     using Window = unsigned long;
@@ -43,8 +44,11 @@ public:
     Window find(const std::string& title) const;
     /// Waits for it. @return 0 if it does not come.
     Window waitFor(const std::string& title) const;
+    /// Waits until that window is there and has the keyboard.
+    bool waitForActive(const std::string& title) const;
     bool waitForEnd(const std::string& title) const;
-    bool has(const std::string& title) const { return find(title) != 0; }
+    /// True if a program offers something to paste.
+    bool hasClipboard() const;
     Shot shot(Window window) const;
     /// Moves the mouse to a place of a window.
     void move(Window window, int x, int y) const;
@@ -53,6 +57,8 @@ public:
     void click(Window window, int x, int y) const;
 
 private:
+    void startServer();
+
     TemporaryFolder folder_;
     std::string name_;
     std::optional<Program> server_, manager_;

@@ -18,6 +18,7 @@ using namespace Wainroad;
 
 namespace {
 
+constexpr const char* kGame = "The Wainroad";
 constexpr const char* kSavePanel = "Save — The Wainroad", *kOpenPanel = "Open — The Wainroad";
 constexpr const char* kRefusal = "Choose another name — The Wainroad", *kReplace = "Replace it? — The Wainroad";
 constexpr double kMostAtRest = 0.05; // of one processor
@@ -27,8 +28,10 @@ protected:
     /// The item of a menu that is shown first, by the mouse.
     void chooseAbout(const WindowedGame& game)
     {
+        const Shot closed = game.shot();
         desk().click(game.window(), 30, game.bar() / 2);
-        pauseFor(0.5);
+        waitUntil([&] { return game.shot() != closed; });
+        pauseFor(0.5); // the title is marked before its menu drops
         desk().click(game.window(), 60, game.bar() + game.bar() / 2);
     }
 };
@@ -89,7 +92,7 @@ TEST_F(Play, TheKeyboardWritesNamesWithAccentsDeadKeysAndThePasteboard)
 
     const std::string words = desk().folder().write("words", "Änne");
     const Program owner({"xclip", "-selection", "clipboard", "-loops", "0", "-quiet", words}, desk().environment());
-    pauseFor(0.5);
+    ASSERT_TRUE(waitUntil([&] { return desk().hasClipboard(); }));
     desk().key("ctrl+v");
     EXPECT_TRUE(writes("Änne"));
 }
@@ -142,8 +145,7 @@ TEST_F(Play, LeavingSavingAndLoadingGoThroughPanels)
         twin.key("cmd-q", "alt+F4");
         ASSERT_TRUE(twin.waitFor(QuitPanel, chance));
         game.click(Twin::place(QuitPanel, 1));
-        const Desk::Window panel = desk().waitFor(kSavePanel);
-        ASSERT_NE(panel, 0U);
+        ASSERT_TRUE(desk().waitForActive(kSavePanel));
         desk().key("Escape");
         ASSERT_TRUE(desk().waitForEnd(kSavePanel));
         EXPECT_TRUE(game.shows(standing));
@@ -166,12 +168,12 @@ TEST_F(Play, LeavingSavingAndLoadingGoThroughPanels)
 
         // Saved under a name with an accent and an ampersand; the settings are not on show and cannot be replaced.
         game.click(Twin::place(QuitPanel, 1));
-        ASSERT_NE(desk().waitFor(kSavePanel), 0U);
+        ASSERT_TRUE(desk().waitForActive(kSavePanel));
         desk().type("Wainroad Settings");
         desk().key("Return");
-        EXPECT_NE(desk().waitFor(kRefusal), 0U);
+        ASSERT_TRUE(desk().waitForActive(kRefusal));
         desk().key("Return");
-        ASSERT_TRUE(desk().waitForEnd(kRefusal));
+        ASSERT_TRUE(desk().waitForActive(kSavePanel));
         desk().key("ctrl+a");
         desk().type(name);
         desk().key("Return");
@@ -189,12 +191,13 @@ TEST_F(Play, LeavingSavingAndLoadingGoThroughPanels)
     EXPECT_LT(share, kMostAtRest);
 
     desk().key("ctrl+o");
-    ASSERT_NE(desk().waitFor(kOpenPanel), 0U);
+    ASSERT_TRUE(desk().waitForActive(kOpenPanel));
     desk().key("Escape");
     ASSERT_TRUE(desk().waitForEnd(kOpenPanel));
     EXPECT_TRUE(twin.toTitle());
+    ASSERT_TRUE(desk().waitForActive(kGame));
     desk().key("ctrl+o");
-    ASSERT_NE(desk().waitFor(kOpenPanel), 0U);
+    ASSERT_TRUE(desk().waitForActive(kOpenPanel));
     desk().type(name);
     desk().key("Return");
     ASSERT_TRUE(desk().waitForEnd(kOpenPanel));
@@ -203,15 +206,16 @@ TEST_F(Play, LeavingSavingAndLoadingGoThroughPanels)
 
     // The next save offers the name of this one, and asks before it is replaced.
     const auto before = std::filesystem::last_write_time(saved);
+    ASSERT_TRUE(desk().waitForActive(kGame));
     desk().key("ctrl+s");
-    ASSERT_NE(desk().waitFor(kSavePanel), 0U);
+    ASSERT_TRUE(desk().waitForActive(kSavePanel));
     desk().key("Return");
-    ASSERT_NE(desk().waitFor(kReplace), 0U);
+    ASSERT_TRUE(desk().waitForActive(kReplace));
     desk().key("Escape");
-    ASSERT_TRUE(desk().waitForEnd(kReplace));
+    ASSERT_TRUE(desk().waitForActive(kSavePanel));
     EXPECT_EQ(std::filesystem::last_write_time(saved), before);
     desk().key("Return");
-    ASSERT_NE(desk().waitFor(kReplace), 0U);
+    ASSERT_TRUE(desk().waitForActive(kReplace));
     desk().key("alt+r");
     EXPECT_TRUE(desk().waitForEnd(kSavePanel));
     EXPECT_TRUE(waitUntil([&] { return std::filesystem::exists(saved) && std::filesystem::last_write_time(saved) != before; }));
