@@ -26,19 +26,23 @@ function(wr_floor building floor)
   endif()
 endfunction()
 
-# The tests of one folder under Tests/: wr_tests(QuickDraw USES MacToolbox.QuickDraw [LABELS threads])
+# The tests of one folder under Tests/: wr_tests(QuickDraw USES MacToolbox.QuickDraw [LABEL threads]). Without a label the
+# folder's name is the label: a second one would be lost, and the properties behind it, where the tests are discovered.
 function(wr_tests folder)
-  cmake_parse_arguments(ARG "" "" "USES;LABELS" ${ARGN})
+  cmake_parse_arguments(ARG "" "LABEL" "USES" ${ARGN})
   file(GLOB sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/Tests/${folder}/*.cpp)
   if(NOT sources)
     return()
   endif()
   add_executable(test_${folder} ${sources})
   target_link_libraries(test_${folder} PRIVATE ${ARG_USES} GTest::gtest_main)
-  set(labels ${folder} ${ARG_LABELS})
+  set(label ${folder})
+  if(ARG_LABEL)
+    set(label ${ARG_LABEL})
+  endif()
   gtest_discover_tests(test_${folder} DISCOVERY_MODE PRE_TEST
     TEST_PREFIX ${folder}. WORKING_DIRECTORY ${PROJECT_BINARY_DIR}
-    PROPERTIES LABELS "${labels}" TIMEOUT 600
+    PROPERTIES LABELS ${label} TIMEOUT 600
     ENVIRONMENT "TSAN_OPTIONS=halt_on_error=1") # also in processes that a test starts, which end without a summary
 endfunction()
 
