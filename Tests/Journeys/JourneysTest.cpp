@@ -36,17 +36,19 @@ struct Journey {
     std::vector<std::string> moments; // whose pictures are compared, each once; "Journal" compares the journal's text
 };
 
+void PrintTo(const Journey& journey, std::ostream* out) { *out << journey.name; }
+
 const Journey kJourneys[] = {
     {"RoadAndFloat", "1848-04-11", 0, 4, {8, 15, 20, 3, 3, 3, 1600}, {2, false, false, 0, 0, true, 3},
-        {"Journal"}},
+        {"Journal", "Crossing0", "Place3", "Hunt11", "HuntReport", "Score"}},
     {"RoadAndFord", "1848-05-02", 3, 5, {8, 12, 20, 2, 2, 2, 1600}, {1, false, false, 0, 0, true},
-        {"Journal"}},
+        {"Journal", "Crossing0", "Report0", "GameOver"}},
     {"RoadAndFerry", "1848-04-03", 0, 4, {7, 12, 20, 2, 2, 2, 1800}, {3, false, false, 1, 0, true},
-        {}},
+        {"Crossing8", "Fork15", "Arrival", "Legends"}},
     {"RoadAndGuide", "1848-05-04", 0, 5, {8, 15, 20, 2, 2, 2, 1600}, {4, false, false, 0, 0, true},
-        {}},
+        {"Crossing11", "Mourning"}},
     {"OtherWaysAndRaft", "1848-04-05", 0, 4, {8, 15, 20, 3, 3, 3, 1600}, {3, true, true, 0, 0, true},
-        {"Journal"}},
+        {"Journal", "Fork6", "Raft", "RaftReport"}},
     {"OtherWaysAndToll", "1848-06-06", 5, 6, {8, 12, 20, 2, 2, 2, 1600}, {3, true, false, 1, 0, true}, {}},
     {"RoadAndRaft", "1848-04-07", 1, 4, {8, 12, 10, 2, 2, 2, 1000}, {3, false, true, 0, 1, true}, {}},
     {"BarelyProvided", "1848-07-08", 4, 7, {2, 0, 0, 0, 0, 0, 40}, {1, false, false, 2, 2, false}, {}},
