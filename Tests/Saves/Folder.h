@@ -25,23 +25,22 @@ inline std::map<std::string, std::string> filesIn(const std::string& folder)
     return found;
 }
 
-/// What the disk alert in front says, as "number: headline"; "" without one, "?" if it says something else.
+/// What the disk alert in front says, as "number: headline"; "" if nothing is in front, "?" if it says something else.
 inline std::string diskAlert()
 {
     using namespace MacToolbox;
     if (FrontWindow() == Wainroad::gWindow)
         return "";
-    const auto expanded = [](const char* text) { return string(pstr(text).empty() ? Str255{0} : [&] {
-        const Bytes raw = expandParams(std::span<const std::uint8_t>(reinterpret_cast<const std::uint8_t*>(text), 2));
-        Str255 counted{static_cast<std::uint8_t>(std::min<std::size_t>(raw.size(), 255))};
-        counted.insert(counted.end(), raw.begin(), raw.begin() + counted[0]);
-        return counted;
-    }()); };
-    const std::string said = expanded("^0");
+    const auto expanded = [](std::uint8_t digit) {
+        Bytes text = expandParams(Bytes{'^', digit});
+        text.insert(text.begin(), static_cast<std::uint8_t>(text.size()));
+        return string(text);
+    };
+    const std::string said = expanded('0');
     for (const Int number : {-34, -35, -36, -37, -39, -42, -43, -44, -45, -48, -49, -51, -54, -120}) {
         Str255 text;
         if (Wainroad::ErrorMessage(number, text) && string(text) == said)
-            return std::to_string(number) + ": " + expanded("^1");
+            return std::to_string(number) + ": " + expanded('1');
     }
     return "?";
 }
