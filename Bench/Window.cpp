@@ -1,5 +1,5 @@
-// The windowed game as a person meets it, on a display in memory: how soon it is up, how soon a press shows, what it takes
-// at rest. About a minute.
+// The windowed game as a person meets it, on a display in memory: how soon it is up, how soon a press shows, what it
+// takes at rest. About a minute.
 
 #include "Tests/Window/Twin.h"
 #include "Wainroad/Screens/Setup.h"

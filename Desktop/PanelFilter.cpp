@@ -18,10 +18,7 @@ namespace {
 constexpr std::size_t kLongestName = 63;
 
 /// The host's panels would keep a history in the user's settings: they get a place where nothing can be kept.
-void forgetHistory()
-{
-    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, "/dev/null/none");
-}
+void forgetHistory() { QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, "/dev/null/none"); }
 
 } // namespace
 
@@ -84,7 +81,8 @@ FilePanel::FilePanel(QWidget* window, const PanelRequest& request, Done done)
     }
     QObject::connect(this, &QDialog::finished, this, [this, done = std::move(done)](int result) {
         const QStringList files = selectedFiles();
-        done(result == QDialog::Accepted && !files.isEmpty() ? std::optional(files.front().toStdString()) : std::nullopt);
+        done(result == QDialog::Accepted && !files.isEmpty() ? std::optional(files.front().toStdString())
+                                                             : std::nullopt);
         deleteLater();
     });
 }
@@ -97,7 +95,9 @@ QString FilePanel::refusal(const QString& name)
     if (!roman)
         return "The name has a character that the game cannot write. Letters of Western European languages are fine.";
     if (roman->size() > kLongestName)
-        return QString("The name has %1 characters; the game can write at most %2.").arg(roman->size()).arg(kLongestName);
+        return QString("The name has %1 characters; the game can write at most %2.")
+            .arg(roman->size())
+            .arg(kLongestName);
     if (name.startsWith("._"))
         return "A name cannot begin with a full stop and an underscore.";
     return {};

@@ -35,9 +35,12 @@ std::string property(Display* display, Window window, const char* name)
     unsigned long count = 0, rest = 0;
     unsigned char* data = nullptr;
     const Atom atom = XInternAtom(display, name, False);
-    if (XGetWindowProperty(display, window, atom, 0, 1024, False, AnyPropertyType, &type, &format, &count, &rest, &data) != 0 || !data)
+    if (XGetWindowProperty(display, window, atom, 0, 1024, False, AnyPropertyType, &type, &format, &count, &rest, &data)
+            != 0
+        || !data)
         return {};
-    const std::string bytes(reinterpret_cast<char*>(data), count * static_cast<unsigned long>(format == 32 ? sizeof(long) : 1));
+    const std::string bytes(
+        reinterpret_cast<char*>(data), count * static_cast<unsigned long>(format == 32 ? sizeof(long) : 1));
     XFree(data);
     return bytes;
 }
@@ -51,8 +54,9 @@ Window findBelow(Display* display, Window top, const std::string& title)
         return 0;
     Window found = 0;
     for (unsigned i = 0; i < count && found == 0; ++i) {
-        XWindowAttributes attributes{};
-        const bool shows = XGetWindowAttributes(display, children[i], &attributes) != 0 && attributes.map_state == IsViewable;
+        XWindowAttributes attributes {};
+        const bool shows
+            = XGetWindowAttributes(display, children[i], &attributes) != 0 && attributes.map_state == IsViewable;
         if (shows && property(display, children[i], "_NET_WM_NAME") == title && attributes.width > 1)
             found = children[i];
         else if (shows)
@@ -77,8 +81,9 @@ Desk::Desk()
 {
     startServer();
     XSetErrorHandler([](Display*, XErrorEvent*) { return 0; }); // a window may be gone when it is asked for
-    manager_.emplace(std::vector<std::string>{"openbox"}, environment());
-    if (!waitUntil([this] { return !property(display_, DefaultRootWindow(display_), "_NET_SUPPORTING_WM_CHECK").empty(); }))
+    manager_.emplace(std::vector<std::string> {"openbox"}, environment());
+    if (!waitUntil(
+            [this] { return !property(display_, DefaultRootWindow(display_), "_NET_SUPPORTING_WM_CHECK").empty(); }))
         throw std::runtime_error("openbox does not start: " + manager_->output());
     run({"setxkbmap", "fr"});
 }
@@ -90,7 +95,8 @@ void Desk::startServer()
     std::string words;
     for (int attempt = 0; attempt < 20 && !display_; ++attempt) {
         name_ = ":" + std::to_string(kFirst + (getpid() + attempt * 137) % kRange);
-        server_.emplace(std::vector<std::string>{"Xvfb", name_, "-screen", "0", "2560x1600x24", "-nolisten", "tcp"}, Program::Environment{});
+        server_.emplace(std::vector<std::string> {"Xvfb", name_, "-screen", "0", "2560x1600x24", "-nolisten", "tcp"},
+            Program::Environment {});
         waitUntil([this] { return !server_->running() || (display_ = XOpenDisplay(name_.c_str())) != nullptr; });
         words = server_->output();
     }
@@ -107,9 +113,10 @@ Desk::~Desk()
 Program::Environment Desk::environment() const
 {
     return {{"DISPLAY", name_}, {"WAYLAND_DISPLAY", std::nullopt}, {"QT_QPA_PLATFORM", "xcb"}, {"HOME", folder_.path()},
-        {"XDG_CONFIG_HOME", folder_.path("config")}, {"XDG_DATA_HOME", std::nullopt}, {"XDG_RUNTIME_DIR", folder_.path()},
-        {"LC_ALL", "C.UTF-8"}, {"SDL_AUDIODRIVER", "dummy"}, {"WR_HEADLESS", std::nullopt}, {"WR_SCRIPT", std::nullopt},
-        {"WR_MUTE", std::nullopt}, {"WR_DATA", folder_.path("data")}, {"WR_DATE", "1848-04-01"}};
+        {"XDG_CONFIG_HOME", folder_.path("config")}, {"XDG_DATA_HOME", std::nullopt},
+        {"XDG_RUNTIME_DIR", folder_.path()}, {"LC_ALL", "C.UTF-8"}, {"SDL_AUDIODRIVER", "dummy"},
+        {"WR_HEADLESS", std::nullopt}, {"WR_SCRIPT", std::nullopt}, {"WR_MUTE", std::nullopt},
+        {"WR_DATA", folder_.path("data")}, {"WR_DATE", "1848-04-01"}};
 }
 
 void Desk::run(const std::vector<std::string>& command) const
@@ -118,7 +125,10 @@ void Desk::run(const std::vector<std::string>& command) const
     tool.wait(60);
 }
 
-Desk::Window Desk::find(const std::string& title) const { return findBelow(display_, DefaultRootWindow(display_), title); }
+Desk::Window Desk::find(const std::string& title) const
+{
+    return findBelow(display_, DefaultRootWindow(display_), title);
+}
 
 Desk::Window Desk::waitFor(const std::string& title) const
 {
@@ -146,7 +156,7 @@ bool Desk::hasClipboard() const { return XGetSelectionOwner(display_, XInternAto
 
 Shot Desk::shot(Window window) const
 {
-    XWindowAttributes attributes{};
+    XWindowAttributes attributes {};
     Shot shot;
     if (!XGetWindowAttributes(display_, window, &attributes))
         return shot;

@@ -19,8 +19,8 @@ using namespace Wainroad;
 namespace {
 
 constexpr const char* kGame = "The Wainroad";
-constexpr const char* kSavePanel = "Save — The Wainroad", *kOpenPanel = "Open — The Wainroad";
-constexpr const char* kRefusal = "Choose another name — The Wainroad", *kReplace = "Replace it? — The Wainroad";
+constexpr const char *kSavePanel = "Save — The Wainroad", *kOpenPanel = "Open — The Wainroad";
+constexpr const char *kRefusal = "Choose another name — The Wainroad", *kReplace = "Replace it? — The Wainroad";
 constexpr double kMostAtRest = 0.05; // of one processor
 
 class Play : public WindowTest {
@@ -218,6 +218,7 @@ TEST_F(Play, LeavingSavingAndLoadingGoThroughPanels)
     ASSERT_TRUE(desk().waitForActive(kReplace));
     desk().key("alt+r");
     EXPECT_TRUE(desk().waitForEnd(kSavePanel));
-    EXPECT_TRUE(waitUntil([&] { return std::filesystem::exists(saved) && std::filesystem::last_write_time(saved) != before; }));
+    EXPECT_TRUE(
+        waitUntil([&] { return std::filesystem::exists(saved) && std::filesystem::last_write_time(saved) != before; }));
     EXPECT_FALSE(std::filesystem::exists(desk().folder().path("config/QtProject.conf"))) << "a panel keeps a history";
 }

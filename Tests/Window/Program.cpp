@@ -9,6 +9,7 @@
 
 #include <fcntl.h>
 #include <signal.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -55,6 +56,7 @@ Program::Program(const std::vector<std::string>& command, const Environment& env
         throw std::runtime_error("no pipe");
     pid_ = fork();
     if (pid_ == 0) { // the test may have other threads: nothing but system calls from here on
+        prctl(PR_SET_PDEATHSIG, SIGKILL); // a test that is killed leaves nothing behind
         dup2(ends[1], 1);
         dup2(ends[1], 2);
         execvpe(arguments[0], arguments.data(), entries.data());

@@ -13,7 +13,6 @@
 #include <csignal>
 #include <cstring>
 #include <filesystem>
-#include <iostream>
 
 using namespace Harness;
 using namespace MacToolbox;
@@ -63,12 +62,13 @@ TEST_F(Window, EnlargesTheFrameByWholeNumbersAndFillsTheScreenWithABorder)
     const Shot full = game.shot();
     EXPECT_EQ(full.width, 2560);
     EXPECT_EQ(full.height, 1600);
-    for (const auto& [x, y] : {std::pair{3, 100}, {2556, 800}, {1280, 1597}})
+    for (const auto& [x, y] : {std::pair {3, 100}, {2556, 800}, {1280, 1597}})
         EXPECT_TRUE(isBlack(full, x, y)) << "no border at " << x << ", " << y;
     desk().key("F11");
     EXPECT_TRUE(game.shows(letter, 2));
 
-    constexpr int kThreeTimes = 3, kFullScreen = 5; // steps below the first item, where the screen has room for four sizes
+    constexpr int kThreeTimes = 3,
+                  kFullScreen = 5; // steps below the first item, where the screen has room for four sizes
     chooseFromWindowMenu(desk(), kThreeTimes);
     EXPECT_TRUE(game.shows(letter, 3));
     EXPECT_EQ(game.shot().width, 512 * 3);
@@ -92,7 +92,7 @@ TEST_F(Window, EnlargesTheFrameByWholeNumbersAndFillsTheScreenWithABorder)
 
 TEST_F(Window, TakesItsPixelsFromTheDisplayWhereItsUnitsAreLarger)
 {
-    for (const auto& [ratio, factor] : {std::pair{"1.25", 3}, {"1.5", 3}, {"2", 4}}) {
+    for (const auto& [ratio, factor] : {std::pair {"1.25", 3}, {"1.5", 3}, {"2", 4}}) {
         SCOPED_TRACE(ratio);
         WindowedGame game(desk(), {{"QT_SCALE_FACTOR", ratio}});
         ASSERT_TRUE(game.comesUp(factor));
@@ -122,7 +122,8 @@ TEST_F(Window, AtTheTitleEveryWayOfClosingEndsTheGame)
 TEST_F(Window, FollowsAScript)
 {
     const std::string folder = desk().folder().path();
-    const std::string script = desk().folder().write("the.script", "wait 4\nclick 45 285\nwait 2\nshot shot.png\nwait 600\n");
+    const std::string script
+        = desk().folder().write("the.script", "wait 4\nclick 45 285\nwait 2\nshot shot.png\nwait 600\n");
     WindowedGame game(desk(), {{"WR_SCRIPT", script}, {"WR_OUT", folder}});
     ASSERT_TRUE(game.comesUp());
     FramePtr shot;
@@ -137,8 +138,9 @@ TEST_F(Window, TheStartUpTuneIsHeardForItsLength)
     constexpr double kRate = 44100;
     const std::string heard = desk().folder().path("heard");
     {
-        WindowedGame game(desk(), {{"SDL_AUDIODRIVER", "disk"}, {"SDL_DISKAUDIOFILE", heard},
-                                      {"SDL_DISKAUDIODELAY", "4"}}); // ms a buffer: faster than it would sound
+        WindowedGame game(desk(),
+            {{"SDL_AUDIODRIVER", "disk"}, {"SDL_DISKAUDIOFILE", heard},
+                {"SDL_DISKAUDIODELAY", "4"}}); // ms a buffer: faster than it would sound
         ASSERT_TRUE(game.comesUp());
         Twin twin(game);
         ASSERT_TRUE(twin.toTitle());
@@ -165,8 +167,8 @@ TEST_F(Window, TheStartUpTuneIsHeardForItsLength)
 TEST_F(Window, SaysInOneLineWhatIsMissing)
 {
     const std::string folder = Platform::current().programFolder();
-    const Program::Environment bare{{"DISPLAY", std::nullopt}, {"WAYLAND_DISPLAY", std::nullopt}, {"QT_QPA_PLATFORM", std::nullopt},
-        {"WR_HEADLESS", std::nullopt}, {"WR_SCRIPT", std::nullopt}};
+    const Program::Environment bare {{"DISPLAY", std::nullopt}, {"WAYLAND_DISPLAY", std::nullopt},
+        {"QT_QPA_PLATFORM", std::nullopt}, {"WR_HEADLESS", std::nullopt}, {"WR_SCRIPT", std::nullopt}};
     const auto saysOneLine = [](Program& game, const std::string& word) {
         EXPECT_EQ(game.wait(60), 1);
         const std::string words = game.output();
@@ -181,7 +183,8 @@ TEST_F(Window, SaysInOneLineWhatIsMissing)
     }
     const TemporaryFolder place;
     std::filesystem::copy_file(folder + "/wainroad", place.path("wainroad"));
-    std::filesystem::create_directory_symlink(folder + "/Wainroad_Wainroad.bundle", place.path("Wainroad_Wainroad.bundle"));
+    std::filesystem::create_directory_symlink(
+        folder + "/Wainroad_Wainroad.bundle", place.path("Wainroad_Wainroad.bundle"));
     Program game({place.path("wainroad")}, bare);
     saysOneLine(game, "wainroad-desktop.so");
 }

@@ -139,7 +139,8 @@ std::vector<double> pressToPixel(const WindowedGame& game, Point p, int rounds)
     std::vector<double> times;
     for (int round = 0; round < rounds; ++round) {
         game.desk().move(game.window(), x, y);
-        std::this_thread::sleep_for(std::chrono::milliseconds(100 + round % 17)); // no beat with the clock of the screen
+        std::this_thread::sleep_for(
+            std::chrono::milliseconds(100 + round % 17)); // no beat with the clock of the screen
         const auto before = see();
         const auto begin = Time::now();
         XTestFakeButtonEvent(display, 1, True, 0);
