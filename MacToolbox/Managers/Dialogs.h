@@ -102,9 +102,6 @@ void SelIText(const DialogPtr& dialog, Int n, Int start, Int end);
 void HideDItem(const DialogPtr& dialog, Int n);
 void ShowDItem(const DialogPtr& dialog, Int n);
 bool IsDialogEvent(const EventRecord& event);
-/// Draws what a window behind a modal dialog has lost; the program may fill it in after the start of each run. Without it,
-/// and for what it leaves out, such an update is answered with nothing drawn.
-std::function<void(const WindowPtr&)>& drawBehindDialog();
 /// Runs the front window, if it is a dialog, until an enabled item is hit. @param itemHit  The item, from 1; 0 if the
 /// front window is no dialog; 2 (1 in a dialog of one item) when the program is asked to quit.
 void ModalDialog(const DialogFilter& filter, Int& itemHit);

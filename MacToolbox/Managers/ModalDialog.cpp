@@ -1,6 +1,5 @@
 #include "MacToolbox/Managers/ModalDialog.h"
 
-#include "MacToolbox/Base/RunState.h"
 #include "MacToolbox/Data/Resources.h"
 #include "MacToolbox/Managers/Dialogs.h"
 #include "MacToolbox/Managers/Events.h"
@@ -19,8 +18,6 @@ namespace {
     constexpr Int kBlink = 32; // ticks between two changes of the caret
 
     using Kind = DItemHandle::Kind;
-
-    RunState<std::function<void(const WindowPtr&)>> sDrawBehind;
 
     DialogPtr asDialog(const WindowPtr& w) { return std::dynamic_pointer_cast<DialogRecord>(w); }
 
@@ -201,14 +198,12 @@ namespace {
         return event.what == keyDown && (event.modifiers & cmdKey) != 0 && (event.message & charCodeMask) == 'q';
     }
 
-    /// Gives the update of another window to the program. What it does not draw must not come again and again.
-    bool passForeignUpdate(const DialogPtr& dialog, const EventRecord& event)
+    /// An update that nobody here draws: it must not come again and again.
+    bool dropForeignUpdate(const DialogPtr& dialog, const EventRecord& event)
     {
         const WindowPtr w = event.what == updateEvt ? event.window() : nullptr;
         if (!w || w == dialog)
             return false;
-        if (*sDrawBehind)
-            (*sDrawBehind)(w);
         BeginUpdate(w);
         EndUpdate(w);
         return true;
@@ -244,8 +239,6 @@ namespace {
 
 std::atomic<bool> escapeCancels = false;
 
-std::function<void(const WindowPtr&)>& drawBehindDialog() { return *sDrawBehind; }
-
 bool IsDialogEvent(const EventRecord& event)
 {
     return asDialog(event.window()) || asDialog(WindowManager::shared().front());
@@ -267,7 +260,7 @@ void ModalDialog(const DialogFilter& filter, Int& itemHit)
             itemHit = dialog->items.size() < 2 ? 1 : 2;
             return;
         }
-        if (passForeignUpdate(dialog, event))
+        if (dropForeignUpdate(dialog, event))
             continue;
         itemHit = isCancelKey(event) ? press(dialog, cancelItem(dialog)) : 0;
         if (itemHit != 0)

@@ -193,8 +193,6 @@ void RootOpen(const WindowPtr& window, bool centre);
 void RootClose(const WindowPtr& window);
 /// Opens pending panels, routes one event, runs the timers. @return True if the event was consumed.
 bool RootEvent(const EventRecord& event);
-/// Draws what the root's window has lost. Nothing for another window, or while a panel opens.
-void UpdateRoot(const WindowPtr& window);
 /// A command of the Edit menu on the focus: 2 cut, 3 copy, 4 paste, 5 clear. @return 0 if the window is not in front.
 Int RootEditCommand(Int item);
 

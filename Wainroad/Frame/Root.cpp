@@ -246,14 +246,6 @@ static bool keyEvent(const EventRecord& event)
     return SendMsg(*gRootView, msg) != 0;
 }
 
-void UpdateRoot(const WindowPtr& window)
-{
-    if (!gRootView || !window || window != windowOf(*gRootView) || window->port->clipRgn->region.isEmpty())
-        return;
-    Msg msg{kMsgDraw, gScreenDepth << 16, 0, {}};
-    SendMsg(*gRootView, msg);
-}
-
 static bool route(const EventRecord& event)
 {
     const WindowPtr window = windowOf(*gRootView);
@@ -261,11 +253,13 @@ static bool route(const EventRecord& event)
     case mouseDown: return clickEvent(event, window);
     case keyDown:
     case autoKey: return keyEvent(event);
-    case updateEvt:
+    case updateEvt: {
         if (event.window() != window)
             return false;
-        UpdateRoot(window);
+        Msg msg{kMsgDraw, gScreenDepth << 16, 0, {}};
+        SendMsg(*gRootView, msg);
         return true;
+    }
     case activateEvt: {
         if (event.window() != window)
             return false;

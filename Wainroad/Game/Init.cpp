@@ -47,7 +47,6 @@ void Initialize()
     }
     gPrefersColor = false;
     PanelsInit();
-    drawBehindDialog() = UpdateRoot;
     MessagesInit();
     OpenGameWindow();
     FindLaunchFiles();

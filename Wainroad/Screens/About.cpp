@@ -271,7 +271,7 @@ void About()
         if (hit == kCaptionKey)
             hitCaption(dialog, lastHit);
     }
-    DisposDialog(dialog);
+    CloseModalDialog(dialog);
 }
 
 } // namespace Wainroad

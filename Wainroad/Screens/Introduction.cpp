@@ -65,7 +65,7 @@ void Introduction()
         if (hit != kDone && page != dialog->refCon)
             showPage(dialog, page);
     }
-    DisposDialog(dialog);
+    CloseModalDialog(dialog);
 }
 
 } // namespace Wainroad

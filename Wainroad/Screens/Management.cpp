@@ -238,7 +238,7 @@ void EnableManagement()
     if (unlocked)
         setMenu(true);
     RemovePasswordTE();
-    DisposDialog(dialog);
+    CloseModalDialog(dialog);
     if (unlocked && gConfigMode == 1)
         ShowNote(ListString(kTexts, kNetworkNote));
 }
@@ -252,7 +252,7 @@ void ChangePassword()
     SetDialogText(dialog, kHint, gOptions.hint);
     if (askNewPassword(dialog))
         takeNewPassword(dialog);
-    DisposDialog(dialog);
+    CloseModalDialog(dialog);
 }
 
 void NetworkDialog()
@@ -262,7 +262,7 @@ void NetworkDialog()
     SetDefaultButton(dialog, kOK, kNetworkRing);
     SetRadioGroup(dialog, kFirstMode, kLastMode, kFirstMode + gOptions.mode);
     changeMode(askMode(dialog));
-    DisposDialog(dialog);
+    CloseModalDialog(dialog);
 }
 
 } // namespace Wainroad

@@ -272,7 +272,7 @@ void LegendsDialog()
     writeRemovals(removed);
     LDispose(s->list);
     s->list = nullptr;
-    DisposDialog(dialog);
+    CloseModalDialog(dialog);
 }
 
 } // namespace Wainroad

@@ -176,7 +176,7 @@ void TimeDialog()
             gOptions.huntTime = s->huntTime;
             gOptions.speed = speedOfRadio(speed);
         });
-    DisposDialog(dialog);
+    CloseModalDialog(dialog);
 }
 
 } // namespace Wainroad

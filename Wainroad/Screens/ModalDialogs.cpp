@@ -3,6 +3,7 @@
 #include "MacToolbox/Data/Resources.h"
 #include "Wainroad/Errors/Errors.h"
 #include "Wainroad/Frame/Alerts.h"
+#include "Wainroad/Frame/Panels.h"
 #include "Wainroad/Frame/Sound_.h"
 #include "Wainroad/Frame/Utils.h"
 
@@ -19,6 +20,13 @@ DialogPtr OpenModalDialog(Int id)
     MoveWindow(dialog, place.left, place.top, false);
     ShowWindow(dialog);
     return dialog;
+}
+
+void CloseModalDialog(const DialogPtr& dialog)
+{
+    DisposDialog(dialog);
+    if (gRootView)
+        InvalView(*gRootView);
 }
 
 ControlHandle DialogControl(const DialogPtr& dialog, Int item)

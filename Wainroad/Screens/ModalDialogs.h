@@ -7,6 +7,9 @@ using namespace MacToolbox;
 
 /// Lets the sounds end, then shows dialog `id` in the middle. `Fatal` with "OpenModalDialog" if it is missing.
 DialogPtr OpenModalDialog(Int id);
+/// Disposes of the dialog and has the game's window drawn anew: a modal dialog answers the updates of what lies behind
+/// it with nothing drawn, so an alert over it may have left white there.
+void CloseModalDialog(const DialogPtr& dialog);
 /// The control of an item, or nil.
 ControlHandle DialogControl(const DialogPtr& dialog, Int item);
 /// The text of an item, empty if it has none.
