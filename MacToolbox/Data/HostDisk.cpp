@@ -4,8 +4,6 @@
 #include <cerrno>
 #include <filesystem>
 #include <mutex>
-#include <system_error>
-#include <thread>
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -257,15 +255,8 @@ void syncFolder(const std::string& path)
     const int folder = ::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (folder < 0)
         return;
-    const auto sync = [folder] {
-        ::fsync(folder);
-        ::close(folder);
-    };
-    try {
-        std::thread(sync).detach();
-    } catch (const std::system_error&) {
-        sync(); // no thread to be had
-    }
+    ::fsync(folder);
+    ::close(folder);
 }
 
 bool rename(const std::string& from, const std::string& to)

@@ -73,7 +73,7 @@ bool truncate(const HostFile& file, Int length);
 std::optional<Int> length(const HostFile& file);
 bool sync(const HostFile& file);
 void copyMode(const HostFile& from, const HostFile& to); ///< the permissions; a failure is ignored
-void syncFolder(const std::string& path); ///< does not wait for the disk; a failure is ignored
+void syncFolder(const std::string& path); ///< a failure is ignored
 bool rename(const std::string& from, const std::string& to);
 bool remove(const std::string& path);
 /// Takes the file for this process alone, until it is closed. @return False if another process has it.

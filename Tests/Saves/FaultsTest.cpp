@@ -109,7 +109,7 @@ TEST_F(FaultsUnderWay, ASaveIsDoneOrToldOfAndTheOldOneStays)
         EXPECT_EQ(gPlaying, 2);
         if (!said.empty()) {
             ++failures;
-            expectWords(said, {ioErr, rfNumErr, eofErr, dupFNErr});
+            expectWords(said, {ioErr, permErr, eofErr, dupFNErr});
             EXPECT_TRUE(now.at("Kept") == before.at("Kept"));
         } else {
             EXPECT_TRUE(now.at("Kept") != before.at("Kept"));
@@ -142,7 +142,7 @@ TEST_F(FaultsUnderWay, AnExportIsDoneOrTheOldOneStays)
         const auto now = filesIn(run.dataFolder());
         if (!said.empty()) {
             ++failures;
-            expectWords(said, {ioErr, rfNumErr});
+            expectWords(said, {ioErr, permErr});
         }
         const bool kept = now.at("Story") == before.at("Story");
         EXPECT_TRUE(kept || (said.empty() && now.at("Story").size() > old.size() + 20)) << said << now.at("Story");
@@ -176,7 +176,7 @@ TEST_F(FaultsUnderWay, ALoadIsDoneOrToldOfAndHarmsNoFile)
             run.call([] { ToTitle(); }, 20);
         } else if (!said.empty()) {
             ++failures;
-            expectWords(said, {ioErr, eofErr, rfNumErr});
+            expectWords(said, {ioErr, eofErr, permErr});
         }
         EXPECT_TRUE(player.waitFor(TitlePanel, 120));
         return reached;

@@ -37,7 +37,7 @@ inline std::string diskAlert()
         return string(text);
     };
     const std::string said = expanded('0');
-    for (const Int number : {-34, -35, -36, -37, -39, -42, -43, -44, -45, -48, -49, -51, -54, -120}) {
+    for (const Int number : {-34, -35, -36, -37, -39, -42, -43, -44, -45, -48, -49, -54, -120}) {
         Str255 text;
         if (Wainroad::ErrorMessage(number, text) && string(text) == said)
             return std::to_string(number) + ": " + expanded('1');

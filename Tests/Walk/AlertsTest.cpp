@@ -56,7 +56,7 @@ TEST(Alerts, EveryDiskErrorHasItsSentence)
 {
     Visit game(Visit::From::road);
     for (const OSErr error : {dskFulErr, nsvErr, ioErr, bdNamErr, eofErr, tmfoErr, fnfErr, wPrErr, fLckdErr, dupFNErr, opWrErr,
-             rfNumErr, permErr, dirNFErr}) {
+             permErr, dirNFErr}) {
         Str255 sentence{0};
         EXPECT_TRUE(ErrorMessage(error, sentence)) << error;
         game.inGame([error] { DiskError(error, false); });

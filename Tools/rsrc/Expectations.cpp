@@ -101,7 +101,7 @@ constexpr DialogNeeds kDialogs[] = {
 };
 
 constexpr ListNeeds kLists[] = {
-    {1000, 16, false, "1-16"},
+    {1000, 15, false, "1-15"},
     {1001, 5, false, "2-5"},
     {1004, 6, false, "1-2 4"},
     {1500, 14, false, "2 4-8 14"},

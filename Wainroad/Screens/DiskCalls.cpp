@@ -44,8 +44,6 @@ OSErr OpenPatiently(Int vRefNum, Int dirID, const Str255& name, Int& ref)
             break;
         }
     }
-    if (error == kNotAllowed)
-        return noErr;
     DiskError(error, false);
     return error;
 }

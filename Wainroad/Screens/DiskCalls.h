@@ -8,8 +8,7 @@ namespace Wainroad {
 using namespace MacToolbox;
 
 /// Opens a file for reading and writing. A busy one is tried ten times, half a second to a second apart. A failure is
-/// told of. @return noErr or the error; `ref` is -1 where nothing was opened, also with noErr if it may not be opened: the
-/// next call on it tells.
+/// told of. @return noErr or the error; `ref` is -1 where nothing was opened.
 OSErr OpenPatiently(Int vRefNum, Int dirID, const Str255& name, Int& ref);
 /// Where a block begins: at the mark, or at the start of the file.
 enum class BlockAt : Int { mark = 0, start = 1 };
