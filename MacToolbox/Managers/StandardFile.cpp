@@ -29,11 +29,13 @@ void SFGetFile(Point, const Str255&, const FileFilterProc& fileFilter, Int numTy
     const auto typesEnd = typeList.begin() + std::clamp<Int>(numTypes, 0, I(typeList.size()));
     PanelRequest request;
     request.folder = HostFiles::dataFolder();
-    request.accepts = [&](const std::string& path) {
+    // By value: a panel may ask once more while it goes.
+    const auto isListed = [all = numTypes < 1, types = std::vector(typeList.begin(), typesEnd)](OSType type) {
+        return all || std::find(types.begin(), types.end(), type) != types.end();
+    };
+    request.accepts = [isListed, fileFilter](const std::string& path) {
         const OSType type = HostFiles::finderInfo(path).fdType;
-        if (numTypes >= 1 && std::find(typeList.begin(), typesEnd, type) == typesEnd)
-            return false;
-        return !fileFilter || !fileFilter(type, HostFiles::nameOf(path));
+        return isListed(type) && (!fileFilter || !fileFilter(type, HostFiles::nameOf(path)));
     };
     const Answer path = ask(request);
     reply = SFReply{};
