@@ -27,6 +27,7 @@ public:
     [[noreturn]] void exitProcess(int status) override { throw Exit{status}; }
     std::optional<std::string> environment(const std::string& name) override;
     std::vector<std::string> resourceFolders() override;
+    void statusChanged(const std::string& text) override { told = text; }
 
     /// Makes the calling thread the main thread.
     void adoptThread() { main_ = std::this_thread::get_id(); }
@@ -37,6 +38,7 @@ public:
     std::optional<std::map<std::string, std::string>> variables;
     /// If there, the folders of resource files in place of the executable's.
     std::vector<std::string> resources;
+    std::string told; ///< what a window would tell of the game, as last changed
 
 private:
     ManualClock& clock_;

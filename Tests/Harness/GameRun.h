@@ -69,6 +69,8 @@ public:
     MacToolbox::FramePtr frame() const { return MacToolbox::Screen::shared().snapshot(); }
     /// Ticks since the start of the run, at no cost of time.
     Int ticks() const { return machine_.clock.time() / MacToolbox::kTickNanos; }
+    /// Date and place as a window tells them to a screen reader.
+    const std::string& toldStatus() const { return machine_.platform.told; }
     bool running() const { return !status_.has_value(); }
     /// The status with which the process ended, or nothing while it runs.
     std::optional<int> status() const { return status_; }

@@ -77,6 +77,15 @@ TEST_F(OnTheRoad, DaysPassAndTheStatusFollowsTheModel)
     EXPECT_TRUE(player.waitFor(ContinuePanel, 200));
 }
 
+TEST_F(OnTheRoad, TheWindowIsToldDateAndPlace)
+{
+    EXPECT_EQ(run.toldStatus(), "April 1, 1848. Lanthorn");
+    setOff();
+    ASSERT_TRUE(run.runUntil([] { return gPrev.day == 2; }));
+    run.advance(60);
+    EXPECT_EQ(run.toldStatus(), "April 2, 1848. To next: 82 mi, the Morrow River");
+}
+
 TEST_F(OnTheRoad, RationsAndPaceChangeOnceAndTellWhenTheyAreSo)
 {
     player.click(LeftButtonsPanel, kRationsKey);
