@@ -134,7 +134,7 @@ TEST_F(KilledSave, LeavesTheOldOrTheNewFile)
     }
     const auto one = std::chrono::duration_cast<Micros>(std::chrono::steady_clock::now() - start) / kMeasured;
     std::mt19937 random(1848);
-    const int longest = static_cast<int>(std::clamp<Int>(2 * one.count(), 500, 8000));
+    Int longest = std::clamp<Int>(4 * one.count(), 2000, 16000); // microseconds that a child has
     int between = 0; // kills that found a save begun and not told to be good
     for (int kill = 0; kill < kKills && !HasFailure(); ++kill) {
         SCOPED_TRACE(kill);
@@ -150,7 +150,7 @@ TEST_F(KilledSave, LeavesTheOldOrTheNewFile)
         }
         char go = 0;
         ASSERT_EQ(read(ready[0], &go, 1), 1);
-        std::this_thread::sleep_for(Micros(random() % static_cast<unsigned>(longest)));
+        std::this_thread::sleep_for(Micros(random() % static_cast<std::uint64_t>(longest)));
         ::kill(child, SIGKILL);
         int status = 0;
         ASSERT_EQ(waitpid(child, &status, 0), child);
@@ -160,6 +160,8 @@ TEST_F(KilledSave, LeavesTheOldOrTheNewFile)
         EXPECT_TRUE(now == told || now == told + 1) << "after " << told << " the file holds " << now;
         between += others(data.path(), {"Kept", "._Kept"}).empty() ? 0 : 1;
         *saves = now;
+        if (kill % 20 == 19 && between < kill / 5)
+            longest = std::min<Int>(2 * longest, 64000); // a busy machine: too few came far enough
     }
     EXPECT_GT(between, kKills / 10) << "the kills miss the saves";
     begin();
