@@ -3,7 +3,9 @@
 # Tools/checks/packages.sh build-folder
 set -euo pipefail
 build=$1
-command -v dpkg-shlibdeps >/dev/null || { echo "dpkg-dev is not installed: the packages are not made"; exit 77; }
+for tool in dpkg-shlibdeps file; do
+    command -v $tool >/dev/null || { echo "$tool (packages dpkg-dev, file) is not installed: the packages are not made"; exit 77; }
+done
 place=$(mktemp -d)
 trap 'rm -rf "$place"' EXIT
 fail() { echo "packages: $*" >&2; exit 1; }
