@@ -1,6 +1,6 @@
 // A game that is measured from outside: it prints what it has found, in milliseconds, and ends.
-// usage: bench_game MEASURE SINCE      SINCE is the steady clock at its start, in nanoseconds; MEASURE is start, letter, or
-// one of those in Scenes.h
+// usage: bench_game MEASURE SINCE      SINCE is the steady clock at its start, in nanoseconds; MEASURE is start,
+// letter, or one of those in Scenes.h
 
 #include "Bench/Scenes.h"
 

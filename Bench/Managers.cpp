@@ -71,9 +71,12 @@ struct PicturePage {
 void registerManagers()
 {
     const auto dialog = std::make_shared<DialogOpening>();
-    add("open_dialog", "project", [dialog] { dialog->once(); }, [dialog] { return dialog->items > 10 ? "" : "no dialog"; });
+    add(
+        "open_dialog", "project", [dialog] { dialog->once(); },
+        [dialog] { return dialog->items > 10 ? "" : "no dialog"; });
     const auto page = std::make_shared<PicturePage>();
-    add("draw_picture_page", "project", [page] { page->once(); }, [page] { return page->drawn() ? "" : "no picture"; });
+    add(
+        "draw_picture_page", "project", [page] { page->once(); }, [page] { return page->drawn() ? "" : "no picture"; });
 }
 
 } // namespace peers

@@ -42,7 +42,7 @@ void takeModel(const void* who, const std::function<void()>& setUp)
 class EndlessTrain {
 public:
     /// @param hears  The view takes the broadcasts.
-    explicit EndlessTrain(bool hears) : hears_(hears) {}
+    explicit EndlessTrain(bool hears) : hears_(hears) { }
 
     void day()
     {
@@ -91,7 +91,8 @@ private:
 void addDay(const std::string& name, bool hears)
 {
     const auto train = std::make_shared<EndlessTrain>(hears);
-    add(name, "project", [train] { train->day(); }, [train] { return train->check(); });
+    add(
+        name, "project", [train] { train->day(); }, [train] { return train->check(); });
 }
 
 /// Careful journeys with one seed after another.
@@ -153,10 +154,12 @@ void registerModel()
     addDay("model_day", false);
     addDay("model_day_broadcast", true);
     const auto journeys = std::make_shared<Journeys>();
-    add("journey_model", "project", [journeys] { journeys->travel(); },
+    add(
+        "journey_model", "project", [journeys] { journeys->travel(); },
         [journeys] { return journeys->begun == journeys->ended ? "" : "a journey without an end"; });
     const auto journal = std::make_shared<FullJournal>();
-    add("journal_format_all", "project", [journal] { journal->formatAll(); }, [journal] { return journal->check(); });
+    add(
+        "journal_format_all", "project", [journal] { journal->formatAll(); }, [journal] { return journal->check(); });
 }
 
 } // namespace peers

@@ -77,7 +77,7 @@ public:
         for (ssize_t count; (count = read(pipe_[0], part, sizeof part)) > 0;)
             text.append(part, static_cast<std::size_t>(count));
         std::vector<double> all;
-        for (char *at = text.data(), *end; ; at = end) {
+        for (char *at = text.data(), *end;; at = end) {
             const double number = std::strtod(at, &end);
             if (end == at)
                 return all;
@@ -126,8 +126,8 @@ void reportStart()
         if (const auto one = Game("start", "").numbers(); one.size() == 1)
             starts.push_back(one[0]);
     std::ranges::sort(starts);
-    row("process start to first publish", "30 ms",
-        starts.empty() ? starts : std::vector{starts[starts.size() / 2]}, "ms");
+    row("process start to first publish", "30 ms", starts.empty() ? starts : std::vector{starts[starts.size() / 2]},
+        "ms");
 }
 
 /// Processor and memory of the program over some seconds after the script has taken its last picture.
@@ -154,7 +154,8 @@ void reportProgram()
 {
     std::printf("\n| the whole game, headless, in real time | measured | goal |\n|---|---|---|\n");
     reportStart();
-    row("key in a name field to its letter: median, 95th percentile", "0.5 ms, 2 ms", Game("letter", demonstrationTo(kToName)).numbers(), "ms");
+    row("key in a name field to its letter: median, 95th percentile", "0.5 ms, 2 ms",
+        Game("letter", demonstrationTo(kToName)).numbers(), "ms");
     reportRest("the animated title", "2 %", "wait 4");
     reportRest("the standing trail", "1 %", demonstrationTo(kToTrail));
 

@@ -90,11 +90,17 @@ struct PlainFile {
 void registerSaves()
 {
     const auto plain = std::make_shared<PlainFile>();
-    add("save_game", "limit", [plain] { plain->replace(); }, [plain] { return plain->done ? "" : "no file"; }, 0, 1, true);
+    add(
+        "save_game", "limit", [plain] { plain->replace(); }, [plain] { return plain->done ? "" : "no file"; }, 0, 1,
+        true);
     const auto journey = std::make_shared<Journey>();
     constexpr bool kWithTheDisk = true; // real time
-    add("save_game", "project", [journey] { journey->save(); }, [journey] { return journey->saved() ? "" : "no file"; }, 0, 1, kWithTheDisk);
-    add("load_game", "project", [journey] { journey->load(); }, [] { return gTrain.month == 5 ? "" : "no journey"; }, 0, 1, kWithTheDisk);
+    add(
+        "save_game", "project", [journey] { journey->save(); }, [journey] { return journey->saved() ? "" : "no file"; },
+        0, 1, kWithTheDisk);
+    add(
+        "load_game", "project", [journey] { journey->load(); }, [] { return gTrain.month == 5 ? "" : "no journey"; }, 0,
+        1, kWithTheDisk);
 }
 
 } // namespace peers

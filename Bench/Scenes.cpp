@@ -1,7 +1,7 @@
 #include "Bench/Scenes.h"
 
-#include "MacToolbox/QuickDraw/Screen.h"
 #include "MacToolbox/Managers/Sound.h"
+#include "MacToolbox/QuickDraw/Screen.h"
 #include "Tests/Harness/GameRun.h"
 #include "Tests/Player/PanelPlayer.h"
 #include "Tests/Player/Traveller.h"

@@ -29,9 +29,7 @@ QSettings settings() { return QSettings(QSettings::IniFormat, QSettings::UserSco
 
 } // namespace
 
-AppDelegate::AppDelegate(const QString& title)
-    : view_(new ScreenView)
-    , windowMenu_("Window")
+AppDelegate::AppDelegate(const QString& title) : view_(new ScreenView), windowMenu_("Window")
 {
     window_.setWindowTitle(title);
     window_.setWindowIcon(QIcon::fromTheme("org.wainroad.Wainroad", QIcon(":/icon.png")));

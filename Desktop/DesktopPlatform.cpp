@@ -26,7 +26,8 @@ void DesktopPlatform::pumpMain() { QCoreApplication::processEvents(QEventLoop::W
 void DesktopPlatform::launch(const std::string& title)
 {
     delegate_ = std::make_unique<AppDelegate>(QString::fromStdString(title));
-    QObject::connect(&application_, &QGuiApplication::commitDataRequest, delegate_.get(), [this] { delegate_->requestQuit(); });
+    QObject::connect(
+        &application_, &QGuiApplication::commitDataRequest, delegate_.get(), [this] { delegate_->requestQuit(); });
     escapeCancels = true;
     delegate_->launch();
 }

@@ -13,7 +13,7 @@ namespace Desktop {
 /// The machine with a window. Made on the main thread; lives to the end of the process.
 class DesktopPlatform final : public MacToolbox::Platform {
 public:
-    explicit DesktopPlatform(QApplication& application) : application_(application) {}
+    explicit DesktopPlatform(QApplication& application) : application_(application) { }
 
     void post(std::function<void()> block) override;
     bool isMainThread() const override;
@@ -35,7 +35,8 @@ public:
     std::optional<std::string> pasteboard() override;
     void setPasteboard(const std::string& text) override;
     bool hasPanels() const override { return true; }
-    void showPanel(const MacToolbox::PanelRequest& request, std::function<void(std::optional<std::string>)> done) override;
+    void showPanel(
+        const MacToolbox::PanelRequest& request, std::function<void(std::optional<std::string>)> done) override;
 
     /// The window; nullptr before `run`. Main thread.
     AppDelegate* delegate() { return delegate_.get(); }

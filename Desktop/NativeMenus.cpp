@@ -19,7 +19,8 @@ constexpr std::uint8_t kAppleTitle = 20; // the one character of the Apple menu'
 /// Alt is Option: alone it opens no menu.
 class MenuBarStyle final : public QProxyStyle {
 public:
-    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget, QStyleHintReturn* data) const override
+    int styleHint(
+        StyleHint hint, const QStyleOption* option, const QWidget* widget, QStyleHintReturn* data) const override
     {
         return hint == SH_MenuBar_AltKeyNavigation ? 0 : QProxyStyle::styleHint(hint, option, widget, data);
     }
@@ -34,8 +35,7 @@ bool isApple(const MenuBar::Snapshot::M& menu) { return menu.title == Str255{1, 
 
 } // namespace
 
-NativeMenus::NativeMenus(QMenuBar& bar)
-    : bar_(bar)
+NativeMenus::NativeMenus(QMenuBar& bar) : bar_(bar)
 {
     bar_.setNativeMenuBar(false);
     auto* const style = new MenuBarStyle;
@@ -80,7 +80,8 @@ void NativeMenus::build()
 void NativeMenus::watch(QMenu& menu)
 {
     QObject::disconnect(&menu, &QMenu::aboutToHide, &bar_, nullptr);
-    QObject::connect(&menu, &QMenu::aboutToHide, &bar_, [this] { rebuild(); }, Qt::QueuedConnection);
+    QObject::connect(
+        &menu, &QMenu::aboutToHide, &bar_, [this] { rebuild(); }, Qt::QueuedConnection);
 }
 
 void NativeMenus::addProgramMenu()

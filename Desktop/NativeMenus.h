@@ -15,9 +15,9 @@ namespace Desktop {
 class NativeMenus final {
 public:
     QString appName = "The Wainroad";
-    std::vector<QMenu*> extraMenus;  ///< the host's own, to the right of the game's; not owned
-    std::function<void()> hide;      ///< the program's menu: out of sight
-    std::function<void()> quit;      ///< the program's menu: the player asks to quit
+    std::vector<QMenu*> extraMenus; ///< the host's own, to the right of the game's; not owned
+    std::function<void()> hide;     ///< the program's menu: out of sight
+    std::function<void()> quit;     ///< the program's menu: the player asks to quit
 
     explicit NativeMenus(QMenuBar& bar);
 

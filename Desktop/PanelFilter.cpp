@@ -47,8 +47,7 @@ bool PanelFilter::lessThan(const QModelIndex& left, const QModelIndex& right) co
 }
 
 FilePanel::FilePanel(QWidget* window, const PanelRequest& request, Done done)
-    : QFileDialog(window)
-    , accepts_(request.accepts)
+    : QFileDialog(window), accepts_(request.accepts)
 {
     forgetHistory();
     QDir().mkpath(QString::fromStdString(request.folder));

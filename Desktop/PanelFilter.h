@@ -21,8 +21,8 @@ protected:
     bool lessThan(const QModelIndex& left, const QModelIndex& right) const override;
 };
 
-/// An open or save panel, modal to the window. It starts in the request's folder and remembers nothing. It asks before a
-/// file is replaced, and replaces none that the request does not accept.
+/// An open or save panel, modal to the window. It starts in the request's folder and remembers nothing. It asks before
+/// a file is replaced, and replaces none that the request does not accept.
 class FilePanel final : public QFileDialog {
 public:
     using Done = std::function<void(std::optional<std::string>)>;

@@ -15,7 +15,7 @@ using namespace MacToolbox;
 
 namespace {
 
-constexpr int kRefresh = 16; // milliseconds
+constexpr int kRefresh = 16;               // milliseconds
 constexpr Int kWidth = 512, kHeight = 322; // of the picture before the first frame
 constexpr Int kUnknownKey = 255;
 constexpr int kCursorSide = 16;
@@ -57,7 +57,8 @@ QSize ScreenView::sizeFor(Int scale) const
 {
     const double ratio = devicePixelRatioF();
     const double pixels = std::max(1.0, std::round(static_cast<double>(scale) * ratio)); // device pixels a screen pixel
-    return {static_cast<int>(std::ceil(image_.width() * pixels / ratio)), static_cast<int>(std::ceil(image_.height() * pixels / ratio))};
+    return {static_cast<int>(std::ceil(image_.width() * pixels / ratio)),
+        static_cast<int>(std::ceil(image_.height() * pixels / ratio))};
 }
 
 QSize ScreenView::sizeHint() const { return sizeFor(2); }
@@ -65,7 +66,8 @@ QSize ScreenView::sizeHint() const { return sizeFor(2); }
 QSize ScreenView::deviceSize() const
 {
     const double ratio = devicePixelRatioF();
-    return {static_cast<int>(std::floor(width() * ratio + 0.001)), static_cast<int>(std::floor(height() * ratio + 0.001))};
+    return {
+        static_cast<int>(std::floor(width() * ratio + 0.001)), static_cast<int>(std::floor(height() * ratio + 0.001))};
 }
 
 QRect ScreenView::deviceTarget() const
@@ -192,7 +194,9 @@ Point ScreenView::globalPoint(QPointF place) const
     const QRect target = deviceTarget();
     const double ratio = devicePixelRatioF(), scale = static_cast<double>(target.width()) / image_.width();
     const Rect viewport = Screen::shared().sharedViewport();
-    const auto pixel = [&](double at, int origin) { return static_cast<Int>(std::floor((at * ratio - origin) / scale)); };
+    const auto pixel = [&](double at, int origin) {
+        return static_cast<Int>(std::floor((at * ratio - origin) / scale));
+    };
     return {pixel(place.y(), target.top()) + viewport.top, pixel(place.x(), target.left()) + viewport.left};
 }
 

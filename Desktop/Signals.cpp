@@ -32,7 +32,7 @@ void onTerminationSignal(std::function<void()> act)
         while (read(sPipe[0], bytes, sizeof bytes) > 0) { }
         act();
     });
-    struct sigaction action {};
+    struct sigaction action { };
     action.sa_handler = handle;
     action.sa_flags = SA_RESTART | SA_RESETHAND;
     sigaction(SIGINT, &action, nullptr);

@@ -21,7 +21,8 @@ std::vector<float> beepFrames()
     const auto count = static_cast<double>(frames.size());
     for (std::size_t i = 0; i < frames.size(); ++i) {
         const double at = static_cast<double>(i);
-        frames[i] = static_cast<float>(std::sin(at * 2 * M_PI * kBeepHertz / Voice::kRate) * kBeepLevel * (1 - at / count));
+        frames[i] =
+            static_cast<float>(std::sin(at * 2 * M_PI * kBeepHertz / Voice::kRate) * kBeepLevel * (1 - at / count));
     }
     return frames;
 }
@@ -34,7 +35,8 @@ std::vector<float> Voice::resampled(std::span<const std::uint8_t> samples, doubl
         return {};
     std::vector<float> frames(static_cast<std::size_t>(static_cast<double>(samples.size()) * kRate / rate));
     for (std::size_t i = 0; i < frames.size(); ++i) {
-        const auto source = std::min(samples.size() - 1, static_cast<std::size_t>(static_cast<double>(i) * rate / kRate));
+        const auto source =
+            std::min(samples.size() - 1, static_cast<std::size_t>(static_cast<double>(i) * rate / kRate));
         frames[i] = static_cast<float>((samples[source] - 128) * 0.0078125 * 0.5);
     }
     return frames;
@@ -92,7 +94,8 @@ bool Voice::openDevice()
     wanted.samples = kBuffer;
     wanted.userdata = this;
     wanted.callback = [](void* voice, Uint8* out, int bytes) {
-        static_cast<Voice*>(voice)->fill({reinterpret_cast<float*>(out), static_cast<std::size_t>(bytes) / sizeof(float)});
+        static_cast<Voice*>(voice)->fill(
+            {reinterpret_cast<float*>(out), static_cast<std::size_t>(bytes) / sizeof(float)});
     };
     device_ = SDL_OpenAudioDevice(nullptr, 0, &wanted, nullptr, 0);
     if (device_ == 0) {

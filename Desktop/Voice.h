@@ -14,8 +14,8 @@ namespace Desktop {
 /// own, and closed when nothing was heard for a while; without a device all is silent. Any thread. Never destroyed.
 class Voice {
 public:
-    static constexpr int kRate = 44100;  ///< frames a second, one channel of float
-    static constexpr int kBuffer = 512;  ///< frames that the device takes at a time
+    static constexpr int kRate = 44100; ///< frames a second, one channel of float
+    static constexpr int kBuffer = 512; ///< frames that the device takes at a time
 
     /// Takes 8-bit unsigned samples (128 is silence) at `rate` samples a second, and plays them at half of full scale.
     /// @return False if the device could not be had when it was last asked for.
@@ -46,7 +46,7 @@ private:
     std::condition_variable changed_;
     Track sound_, beep_;
     bool failed_ = false;
-    bool running_ = false; // the thread
+    bool running_ = false;     // the thread
     std::uint32_t device_ = 0; // the thread's own; 0 is closed
 };
 

@@ -9,14 +9,14 @@ using namespace MacToolbox;
 
 namespace {
 
-constexpr int kNotEnded = 2;                   // the status of a game that its script has not ended
-constexpr Nanos kAftermath = 10 * kSecond;     // of the game's time: what the last line has begun comes to its end
+constexpr int kNotEnded = 2;               // the status of a game that its script has not ended
+constexpr Nanos kAftermath = 10 * kSecond; // of the game's time: what the last line has begun comes to its end
 constexpr Nanos kLongestAftermath = 60 * kSecond;
 
 /// Ends a run whose script is over and in which nothing more is due: without input the game would never end.
 class EndOfScript {
 public:
-    explicit EndOfScript(ManualRun& run) : run_(run) {}
+    explicit EndOfScript(ManualRun& run) : run_(run) { }
 
     void look()
     {

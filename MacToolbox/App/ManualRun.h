@@ -19,7 +19,7 @@ public:
         int status;
     };
 
-    explicit ManualPlatform(ManualClock& clock) : clock_(clock) {}
+    explicit ManualPlatform(ManualClock& clock) : clock_(clock) { }
 
     void run(const std::string& title, const std::function<void()>& begin) override;
     void startGameThread(std::function<void()> body) override { game_ = std::move(body); }

@@ -36,7 +36,8 @@ Platform* loadDesktop(std::string& whyNot)
 {
     const std::string path = findModule();
     if (path.empty()) {
-        whyNot = std::string("there is no ") + kModule + " beside the program, so no window; set WR_HEADLESS to run without";
+        whyNot =
+            std::string("there is no ") + kModule + " beside the program, so no window; set WR_HEADLESS to run without";
         return nullptr;
     }
     void* const module = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);

@@ -35,8 +35,16 @@ constexpr struct {
     std::string_view name;
     Int character, keyCode;
 } kNamedKeys[] = {
-    {"return", 13, 0x24}, {"enter", 3, 0x4C}, {"tab", 9, 0x30}, {"esc", 27, 0x35}, {"backspace", 8, 0x33},
-    {"left", 28, 0x7B}, {"right", 29, 0x7C}, {"up", 30, 0x7E}, {"down", 31, 0x7D}, {"space", 32, 0x31},
+    {"return", 13, 0x24},
+    {"enter", 3, 0x4C},
+    {"tab", 9, 0x30},
+    {"esc", 27, 0x35},
+    {"backspace", 8, 0x33},
+    {"left", 28, 0x7B},
+    {"right", 29, 0x7C},
+    {"up", 30, 0x7E},
+    {"down", 31, 0x7D},
+    {"space", 32, 0x31},
 };
 
 /// The scalar at `at` of valid or invalid UTF-8, with its length in bytes; a length of 0 says that it is invalid.
@@ -73,8 +81,8 @@ bool isUTF8(std::string_view text)
 
 bool isSpace(char32_t c)
 {
-    return c == '\t' || c == ' ' || c == 0xA0 || c == 0x1680 || (c >= 0x2000 && c <= 0x200A) || c == 0x202F || c == 0x205F
-        || c == 0x3000;
+    return c == '\t' || c == ' ' || c == 0xA0 || c == 0x1680 || (c >= 0x2000 && c <= 0x200A) || c == 0x202F
+        || c == 0x205F || c == 0x3000;
 }
 
 /// Without tabs and space separators at both ends.
@@ -110,8 +118,7 @@ std::vector<std::string_view> split(std::string_view line)
 }
 
 /// A number with an optional sign, which `from_chars` knows only in part.
-template <typename Number>
-std::optional<Number> parse(std::string_view word)
+template <typename Number> std::optional<Number> parse(std::string_view word)
 {
     const bool negative = word.starts_with('-');
     if (negative || word.starts_with('+'))
@@ -327,8 +334,8 @@ void ScriptHost::start()
         return;
     std::error_code error;
     const auto out = platform.environment("WR_OUT");
-    const auto script = std::make_shared<Script>(
-        std::move(*text), out ? *out : std::filesystem::current_path(error).string());
+    const auto script =
+        std::make_shared<Script>(std::move(*text), out ? *out : std::filesystem::current_path(error).string());
     Clock::current().run(kFirstWait, [script] { return script->step(); });
 }
 

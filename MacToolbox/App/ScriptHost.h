@@ -16,7 +16,7 @@ class Script {
 public:
     /// @param text  The script, UTF-8, lines ended by line feed.
     /// @param out   The folder of the relative names that `shot` and `menudump` write; "" is the root.
-    Script(std::string text, std::string out) : text_(std::move(text)), out_(std::move(out)) {}
+    Script(std::string text, std::string out) : text_(std::move(text)), out_(std::move(out)) { }
 
     /// Does what comes before the next wait. @return How long to wait before the next call, or nothing at the end.
     std::optional<Nanos> step();
@@ -34,10 +34,10 @@ private:
 
     std::string text_;
     std::string out_;
-    std::size_t next_ = 0;                              // where in `text_` the next line begins
-    std::string typing_;                                // what is left of a `type`, from `typed_` on
+    std::size_t next_ = 0; // where in `text_` the next line begins
+    std::string typing_;   // what is left of a `type`, from `typed_` on
     std::size_t typed_ = 0;
-    std::function<std::optional<Nanos>()> afterWait_;   // the second half of a command, or empty
+    std::function<std::optional<Nanos>()> afterWait_; // the second half of a command, or empty
 };
 
 /// Starts the script of the environment.

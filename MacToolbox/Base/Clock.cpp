@@ -29,7 +29,10 @@ public:
     }
 
 private:
-    Timer() { std::thread([this] { serve(); }).detach(); }
+    Timer()
+    {
+        std::thread([this] { serve(); }).detach();
+    }
 
     [[noreturn]] void serve()
     {

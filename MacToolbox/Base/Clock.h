@@ -64,7 +64,7 @@ public:
     /// own or in the caller's waits, until it answers nothing. Returns at once.
     virtual void run(Nanos delay, Step step) = 0;
     /// Told by the game thread at each of its yields, outside all locks. A clock that is moved by hand lets time pass.
-    virtual void yielded() {}
+    virtual void yielded() { }
 
     /// The clock in force.
     static Clock& current();

@@ -12,11 +12,7 @@ using Int = std::int64_t;
 using OSErr = Int;
 
 /// Any integer type as `Int`.
-template <typename T>
-constexpr Int I(T x)
-{
-    return static_cast<Int>(x);
-}
+template <typename T> constexpr Int I(T x) { return static_cast<Int>(x); }
 
 /// Bits 16 to 31 of `x`, sign-extended from 16 bits.
 constexpr Int HiWord(Int x) { return static_cast<std::int16_t>(static_cast<std::uint64_t>(x) >> 16); }
@@ -34,7 +30,8 @@ struct Point {
     /// Packs both halves, sign-extended from 32 bits.
     constexpr Int toLong() const
     {
-        return static_cast<std::int32_t>((static_cast<std::uint32_t>(v) << 16) | (static_cast<std::uint32_t>(h) & 0xFFFFU));
+        return static_cast<std::int32_t>(
+            (static_cast<std::uint32_t>(v) << 16) | (static_cast<std::uint32_t>(h) & 0xFFFFU));
     }
     /// "(h,v)".
     std::string description() const;
@@ -66,7 +63,8 @@ struct Rect {
     /// The overlap, or all zeros if there is none.
     constexpr Rect intersection(const Rect& o) const
     {
-        const Rect r{std::max(top, o.top), std::max(left, o.left), std::min(bottom, o.bottom), std::min(right, o.right)};
+        const Rect r{
+            std::max(top, o.top), std::max(left, o.left), std::min(bottom, o.bottom), std::min(right, o.right)};
         return r.isEmpty() ? Rect{} : r;
     }
     constexpr bool intersects(const Rect& o) const { return !intersection(o).isEmpty(); }

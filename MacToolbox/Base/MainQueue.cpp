@@ -39,8 +39,7 @@ Int MainQueue::drainFor(Int milliseconds)
 {
     {
         std::unique_lock lock(mutex_);
-        arrived_.wait_for(lock, std::chrono::milliseconds(milliseconds),
-            [this] { return !blocks_.empty(); });
+        arrived_.wait_for(lock, std::chrono::milliseconds(milliseconds), [this] { return !blocks_.empty(); });
     }
     return drain();
 }

@@ -85,7 +85,10 @@ OSErr HandToHand(Handle& h)
     return noErr;
 }
 
-Handle PtrToHand(std::span<const std::uint8_t> bytes) { return std::make_shared<Block>(Bytes(bytes.begin(), bytes.end())); }
+Handle PtrToHand(std::span<const std::uint8_t> bytes)
+{
+    return std::make_shared<Block>(Bytes(bytes.begin(), bytes.end()));
+}
 
 void BlockMove(const Ptr& src, const Ptr& dst, Int n)
 {

@@ -29,7 +29,7 @@ public:
     Int resID = 0;
 
     Block() = default;
-    explicit Block(Bytes contents) : bytes(std::move(contents)) {}
+    explicit Block(Bytes contents) : bytes(std::move(contents)) { }
 
     Int count() const { return I(bytes.size()); }
     bool isResource() const { return resType != 0; }
@@ -68,8 +68,16 @@ struct Ptr {
     Ptr operator-(Int n) const { return {block, offset - n}; }
     /// The difference of the offsets; the blocks are not compared.
     Int operator-(const Ptr& q) const { return offset - q.offset; }
-    Ptr& operator+=(Int n) { offset += n; return *this; }
-    Ptr& operator-=(Int n) { offset -= n; return *this; }
+    Ptr& operator+=(Int n)
+    {
+        offset += n;
+        return *this;
+    }
+    Ptr& operator-=(Int n)
+    {
+        offset -= n;
+        return *this;
+    }
     bool operator<(const Ptr& q) const { return offset < q.offset; }
     bool operator<=(const Ptr& q) const { return offset <= q.offset; }
     bool operator>(const Ptr& q) const { return offset > q.offset; }
@@ -93,7 +101,7 @@ class ByteReader {
 public:
     Int pos = 0;
 
-    explicit ByteReader(std::span<const std::uint8_t> source, Int at = 0) : pos(at), bytes_(source) {}
+    explicit ByteReader(std::span<const std::uint8_t> source, Int at = 0) : pos(at), bytes_(source) { }
     ByteReader(Bytes&&, Int = 0) = delete; // would dangle
 
     std::span<const std::uint8_t> bytes() const { return bytes_; }
@@ -133,8 +141,8 @@ extern Int MemErr; ///< always 0 in practice
 /// A new block of `n` zero bytes, empty for `n` below 1. Never nil.
 Handle NewHandle(Int n);
 Handle NewHandleClear(Int n);
-inline void DisposHandle(const Handle&) {}   ///< nothing: the block goes with its last reference
-inline void DisposeHandle(const Handle&) {}  ///< nothing: the block goes with its last reference
+inline void DisposHandle(const Handle&) { }  ///< nothing: the block goes with its last reference
+inline void DisposeHandle(const Handle&) { } ///< nothing: the block goes with its last reference
 /// The block's length; 0 for nil.
 Int GetHandleSize(const Handle& h);
 /// Cuts the block or extends it with zero bytes; nothing for nil.
@@ -147,14 +155,14 @@ OSErr HandToHand(Handle& h);
 Handle PtrToHand(std::span<const std::uint8_t> bytes);
 
 // Nothing moves and nothing is purged, so these have no effect.
-inline void HLock(const Handle&) {}
-inline void HUnlock(const Handle&) {}
-inline void HPurge(const Handle&) {}
-inline void HNoPurge(const Handle&) {}
-inline void MoveHHi(const Handle&) {}
-inline void HSetState(const Handle&, Int) {}
-inline void MaxApplZone() {}
-inline void MoreMasters() {}
+inline void HLock(const Handle&) { }
+inline void HUnlock(const Handle&) { }
+inline void HPurge(const Handle&) { }
+inline void HNoPurge(const Handle&) { }
+inline void MoveHHi(const Handle&) { }
+inline void HSetState(const Handle&, Int) { }
+inline void MaxApplZone() { }
+inline void MoreMasters() { }
 inline Int HGetState(const Handle&) { return 0; }
 inline Int CompactMem(Int) { return 0x7FFFFFFF; }
 inline void PurgeSpace(Int& total, Int& contig) { total = contig = 0x400000; }

@@ -88,7 +88,10 @@ void Platform::exitProcess(int status)
     std::_Exit(status);
 }
 
-void Platform::showPanel(const PanelRequest&, std::function<void(std::optional<std::string>)> done) { done(std::nullopt); }
+void Platform::showPanel(const PanelRequest&, std::function<void(std::optional<std::string>)> done)
+{
+    done(std::nullopt);
+}
 
 bool Platform::soundWanted() { return environment("WR_MUTE") != "1" && !environment("WR_SCRIPT"); }
 

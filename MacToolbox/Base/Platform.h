@@ -24,10 +24,10 @@ struct Cursor {
 /// What an open or save panel is to ask.
 struct PanelRequest {
     bool saving = false;
-    std::string prompt;                                    ///< UTF-8; save panel
-    std::string name;                                      ///< UTF-8; the proposed name of a save panel
-    std::string folder;                                    ///< where the panel starts
-    std::function<bool(const std::string& path)> accepts;  ///< which regular files show, and may be replaced; nil: all
+    std::string prompt;                                   ///< UTF-8; save panel
+    std::string name;                                     ///< UTF-8; the proposed name of a save panel
+    std::string folder;                                   ///< where the panel starts
+    std::function<bool(const std::string& path)> accepts; ///< which regular files show, and may be replaced; nil: all
 };
 
 /// What the Toolbox asks of the machine. One object lives through the run; `current()` gives it.
@@ -58,13 +58,13 @@ public:
 
     /// The cursor in force has changed; nullptr is the arrow.
     virtual void cursorChanged(const Cursor* cursor) = 0;
-    virtual void hideCursor() {}
-    virtual void showCursor() {}
-    virtual void obscureCursor() {} ///< hidden until the mouse moves
+    virtual void hideCursor() { }
+    virtual void showCursor() { }
+    virtual void obscureCursor() { } ///< hidden until the mouse moves
     /// A new menu snapshot is published.
     virtual void menusChanged() = 0;
     /// What is going on, in one line of UTF-8 for those who hear the screen.
-    virtual void statusChanged(const std::string&) {}
+    virtual void statusChanged(const std::string&) { }
 
     // Sound.
 

@@ -14,13 +14,15 @@ public:
 /// State that lives for one run of the game: `startRunAfresh` gives it its start value again, at the same address.
 /// Static objects only; game thread only.
 /// @code static RunState<RestState> sRest; ... sRest->days = 2; @endcode
-template <typename T>
-class RunState {
+template <typename T> class RunState {
 public:
-    RunState() : renew_([this] {
-        std::destroy_at(&value_);
-        std::construct_at(&value_);
-    }) {}
+    RunState()
+        : renew_([this] {
+              std::destroy_at(&value_);
+              std::construct_at(&value_);
+          })
+    {
+    }
     RunState(const RunState&) = delete;
     RunState& operator=(const RunState&) = delete;
 

@@ -247,7 +247,10 @@ OSErr HCreate(Int vRefNum, Int dirID, const Str255& name, OSType creator, OSType
     return noErr;
 }
 
-OSErr Create(const Str255& name, Int vRefNum, OSType creator, OSType type) { return HCreate(vRefNum, 0, name, creator, type); }
+OSErr Create(const Str255& name, Int vRefNum, OSType creator, OSType type)
+{
+    return HCreate(vRefNum, 0, name, creator, type);
+}
 
 OSErr HDelete(Int vRefNum, Int dirID, const Str255& name)
 {

@@ -69,11 +69,12 @@ void queueScriptedFile(std::string_view name);
 std::optional<std::string> scriptedAnswer();
 
 /// Replaces one file as a whole. While it lives, the calls of the File Manager on this file work on a new file beside
-/// it and answer as if on the file itself: after `HDelete` the name is missing, after `HCreate` it is there. A file that
-/// is opened without being deleted first is changed in a copy. The old file stays on disk until `commit` has the new one
-/// complete, typed and flushed, and renames it over the old; without a `commit`, or if it fails, the old file is what
-/// remains. One at a time: a second one inside does nothing of its own.
-/// @code HostFiles::Replacement whole(vRefNum, dirID, name); HDelete(...); HCreate(...); ... ; err = whole.commit(); @endcode
+/// it and answer as if on the file itself: after `HDelete` the name is missing, after `HCreate` it is there. A file
+/// that is opened without being deleted first is changed in a copy. The old file stays on disk until `commit` has the
+/// new one complete, typed and flushed, and renames it over the old; without a `commit`, or if it fails, the old file
+/// is what remains. One at a time: a second one inside does nothing of its own.
+/// @code HostFiles::Replacement whole(vRefNum, dirID, name); HDelete(...); HCreate(...); ... ; err = whole.commit();
+/// @endcode
 class Replacement {
 public:
     Replacement(Int vRefNum, Int dirID, const Str255& name);
@@ -146,6 +147,6 @@ inline OSErr GetWDInfo(Int wd, Int& vRefNum, Int& dirID, Int& procID)
     vRefNum = wd, dirID = 0, procID = 0;
     return noErr;
 }
-inline void FlushVol(const Str255&, Int) {}
+inline void FlushVol(const Str255&, Int) { }
 
 } // namespace MacToolbox

@@ -94,7 +94,10 @@ bool isWhole(const std::string& path)
     return false;
 }
 
-bool status(const std::string& path, struct stat& info) { return isWhole(path) && !fails(Call::Status) && ::stat(path.c_str(), &info) == 0; }
+bool status(const std::string& path, struct stat& info)
+{
+    return isWhole(path) && !fails(Call::Status) && ::stat(path.c_str(), &info) == 0;
+}
 
 /// Told by `errno`: the path leads nowhere. Any other failure leaves open what is there.
 bool leadsNowhere() { return errno == ENOENT || errno == ENOTDIR || errno == ENAMETOOLONG; }
@@ -125,7 +128,7 @@ Int callsMade()
 
 Kind kind(const std::string& path)
 {
-    struct stat info {};
+    struct stat info { };
     if (!status(path, info))
         return leadsNowhere() ? Kind::Missing : Kind::Unknown;
     return S_ISREG(info.st_mode) ? Kind::File : Kind::Other;
@@ -133,19 +136,22 @@ Kind kind(const std::string& path)
 
 Int size(const std::string& path)
 {
-    struct stat info {};
+    struct stat info { };
     return status(path, info) ? I(info.st_size) : 0;
 }
 
 std::optional<Int> changed(const std::string& path)
 {
-    struct stat info {};
+    struct stat info { };
     if (!status(path, info))
         return std::nullopt;
     return I(info.st_mtime);
 }
 
-bool isWritableFolder(const std::string& path) { return isWhole(path) && !fails(Call::Status) && ::access(path.c_str(), W_OK | X_OK) == 0; }
+bool isWritableFolder(const std::string& path)
+{
+    return isWhole(path) && !fails(Call::Status) && ::access(path.c_str(), W_OK | X_OK) == 0;
+}
 
 void makeFolders(const std::string& path)
 {
@@ -167,9 +173,12 @@ HostFile open(const std::string& path, Mode mode)
     if (!isWhole(path) || fails(Call::Open))
         return {};
     // Without O_NONBLOCK the open of a pipe would wait for its other end.
-    const int flags = (mode == Mode::Read ? O_RDONLY : mode == Mode::Update ? O_RDWR : O_RDWR | O_CREAT | O_EXCL) | O_CLOEXEC | O_NONBLOCK;
+    const int flags = (mode == Mode::Read            ? O_RDONLY
+                              : mode == Mode::Update ? O_RDWR
+                                                     : O_RDWR | O_CREAT | O_EXCL)
+        | O_CLOEXEC | O_NONBLOCK;
     HostFile file(::open(path.c_str(), flags, 0666));
-    struct stat info {};
+    struct stat info { };
     if (file && (::fstat(file.fd(), &info) != 0 || !S_ISREG(info.st_mode))) {
         errno = EISDIR;
         return {};
@@ -186,7 +195,8 @@ Bytes read(const HostFile& file, Int at, Int wanted)
     Bytes bytes(static_cast<std::size_t>(std::clamp<Int>(there, 0, wanted)));
     std::size_t done = 0;
     while (done < bytes.size()) {
-        const ssize_t n = ::pread(file.fd(), bytes.data() + done, bytes.size() - done, static_cast<off_t>(at) + static_cast<off_t>(done));
+        const ssize_t n = ::pread(
+            file.fd(), bytes.data() + done, bytes.size() - done, static_cast<off_t>(at) + static_cast<off_t>(done));
         if (n < 0 && errno == EINTR)
             continue;
         if (n < 0)
@@ -208,7 +218,8 @@ bool write(const HostFile& file, Int at, std::span<const std::uint8_t> bytes)
     const std::size_t fitting = bytes.size() - static_cast<std::size_t>(std::min(missing, I(bytes.size())));
     std::size_t done = 0;
     while (done < fitting) {
-        const ssize_t n = ::pwrite(file.fd(), bytes.data() + done, fitting - done, static_cast<off_t>(at) + static_cast<off_t>(done));
+        const ssize_t n =
+            ::pwrite(file.fd(), bytes.data() + done, fitting - done, static_cast<off_t>(at) + static_cast<off_t>(done));
         if (n < 0 && errno == EINTR)
             continue;
         if (n <= 0)
@@ -233,7 +244,7 @@ bool truncate(const HostFile& file, Int newLength)
 
 std::optional<Int> length(const HostFile& file)
 {
-    struct stat info {};
+    struct stat info { };
     if (fails(Call::Status) || ::fstat(file.fd(), &info) != 0)
         return std::nullopt;
     return I(info.st_size);
@@ -243,7 +254,7 @@ bool sync(const HostFile& file) { return !fails(Call::Sync) && ::fsync(file.fd()
 
 void copyMode(const HostFile& from, const HostFile& to)
 {
-    struct stat info {};
+    struct stat info { };
     if (::fstat(from.fd(), &info) == 0 && ::fchmod(to.fd(), info.st_mode & 07777) != 0)
         errno = 0;
 }
@@ -290,7 +301,8 @@ std::optional<Bytes> attribute(const std::string& path)
 
 bool setAttribute(const std::string& path, std::span<const std::uint8_t> value)
 {
-    return isWhole(path) && !fails(Call::SetAttribute) && ::setxattr(path.c_str(), kAttribute, value.data(), value.size(), 0) == 0;
+    return isWhole(path) && !fails(Call::SetAttribute)
+        && ::setxattr(path.c_str(), kAttribute, value.data(), value.size(), 0) == 0;
 }
 
 } // namespace HostDisk

@@ -12,7 +12,7 @@ namespace MacToolbox {
 class HostFile {
 public:
     HostFile() = default;
-    explicit HostFile(int fd) : fd_(fd) {}
+    explicit HostFile(int fd) : fd_(fd) { }
     HostFile(HostFile&& other) noexcept : fd_(other.fd_) { other.fd_ = -1; }
     HostFile& operator=(HostFile&& other) noexcept;
     ~HostFile() { close(); }
@@ -33,13 +33,13 @@ enum class Call { Status, Open, Read, Write, Truncate, Sync, Rename, Remove, Get
 
 /// What a test lets go wrong; the default lets everything through.
 struct Faults {
-    std::optional<Call> call;   ///< the kind that fails; nothing means every kind
-    Int after = -1;             ///< so many calls of that kind succeed first; below 0: no call fails
-    bool stays = false;         ///< all later ones fail too, not only the next
-    int error = 5;              ///< `errno` of the failure (EIO)
-    Int room = -1;              ///< bytes that files may still grow by before the disk is full; below 0: no limit
-    bool attributes = true;     ///< false: the file system keeps no attributes
-    Int endBefore = -1;         ///< the process ends at once, unflushed, before this call that changes something; from 0
+    std::optional<Call> call; ///< the kind that fails; nothing means every kind
+    Int after = -1;           ///< so many calls of that kind succeed first; below 0: no call fails
+    bool stays = false;       ///< all later ones fail too, not only the next
+    int error = 5;            ///< `errno` of the failure (EIO)
+    Int room = -1;            ///< bytes that files may still grow by before the disk is full; below 0: no limit
+    bool attributes = true;   ///< false: the file system keeps no attributes
+    Int endBefore = -1;       ///< the process ends at once, unflushed, before this call that changes something; from 0
 };
 /// Puts faults in force, and counts from the start. Tests only.
 void setFaults(const Faults& faults);
@@ -73,7 +73,7 @@ bool truncate(const HostFile& file, Int length);
 std::optional<Int> length(const HostFile& file);
 bool sync(const HostFile& file);
 void copyMode(const HostFile& from, const HostFile& to); ///< the permissions; a failure is ignored
-void syncFolder(const std::string& path); ///< a failure is ignored
+void syncFolder(const std::string& path);                ///< a failure is ignored
 bool rename(const std::string& from, const std::string& to);
 bool remove(const std::string& path);
 /// Takes the file for this process alone, until it is closed. @return False if another process has it.

@@ -117,7 +117,8 @@ void Replacing::sweep(const std::string& folder)
 {
     for (const std::string& name : HostDisk::names(folder)) {
         const std::string path = folder + '/' + name;
-        if (name.starts_with(companionOf(kReplacingPrefix)) && HostDisk::kind(folder + '/' + name.substr(2)) == HostDisk::Kind::Missing)
+        if (name.starts_with(companionOf(kReplacingPrefix))
+            && HostDisk::kind(folder + '/' + name.substr(2)) == HostDisk::Kind::Missing)
             HostDisk::remove(path); // a companion whose file is gone
         if (!name.starts_with(kReplacingPrefix))
             continue;

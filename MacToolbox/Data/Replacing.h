@@ -33,12 +33,12 @@ public:
 
 private:
     bool active_ = false;
-    std::string target_;   // the file to be replaced, as the game names it
-    std::string place_;    // where the new file goes: the target, or what a link there leads to if it is only changed
-    std::string fresh_;    // the new file, beside `place_`
+    std::string target_; // the file to be replaced, as the game names it
+    std::string place_;  // where the new file goes: the target, or what a link there leads to if it is only changed
+    std::string fresh_;  // the new file, beside `place_`
     bool deleted_ = false;
     bool made_ = false;
-    HostFile held_;        // the new file, locked
+    HostFile held_; // the new file, locked
 };
 
 } // namespace MacToolbox

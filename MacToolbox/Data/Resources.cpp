@@ -28,7 +28,7 @@ std::optional<Bytes> contents(const std::string& path)
 /// Walks the map of a file image. Every offset is 64 bits wide and is checked before it is used.
 class MapWalk {
 public:
-    explicit MapWalk(std::span<const std::uint8_t> image) : image_(image), size_(I(image.size())) {}
+    explicit MapWalk(std::span<const std::uint8_t> image) : image_(image), size_(I(image.size())) { }
 
     std::vector<ResourceFile::Entry> entries()
     {
@@ -136,7 +136,8 @@ std::unique_ptr<ResourceFile> ResourceFile::read(const std::string& path, Int re
 
 const ResourceFile::Entry* ResourceFile::find(OSType type, Int id) const
 {
-    const auto it = std::find_if(entries.begin(), entries.end(), [&](const Entry& e) { return e.type == type && e.id == id; });
+    const auto it =
+        std::find_if(entries.begin(), entries.end(), [&](const Entry& e) { return e.type == type && e.id == id; });
     return it == entries.end() ? nullptr : &*it;
 }
 
@@ -269,7 +270,8 @@ bool ResourceManager::idOfName(OSType type, std::span<const std::uint8_t> name, 
     const std::lock_guard lock(lock_);
     for (const ResourceFile* file : searchOrder(false))
         for (const ResourceFile::Entry& entry : file->entries)
-            if (entry.type == type && entry.named && std::equal(entry.name.begin(), entry.name.end(), name.begin(), name.end())) {
+            if (entry.type == type && entry.named
+                && std::equal(entry.name.begin(), entry.name.end(), name.begin(), name.end())) {
                 id = entry.id;
                 return true;
             }
@@ -317,7 +319,8 @@ Int Count1Resources(OSType type) { return I(ResourceManager::shared().ids(type, 
 Handle Get1IndResource(OSType type, Int index)
 {
     const std::vector<Int> ids = ResourceManager::shared().ids(type, true);
-    return index >= 1 && index <= I(ids.size()) ? Get1Resource(type, ids[static_cast<std::size_t>(index - 1)]) : nullptr;
+    return index >= 1 && index <= I(ids.size()) ? Get1Resource(type, ids[static_cast<std::size_t>(index - 1)])
+                                                : nullptr;
 }
 
 Int Count1Types() { return I(ResourceManager::shared().types(true).size()); }

@@ -21,7 +21,7 @@ public:
         OSType type = 0;
         Int id = 0; ///< -32768 to 32767
         bool named = false;
-        Bytes name; ///< without a length byte; may be empty with `named`
+        Bytes name;    ///< without a length byte; may be empty with `named`
         Int attrs = 0; ///< kept, not used
         Bytes data;
     };
@@ -87,10 +87,10 @@ Handle GetResource(OSType type, Int id);
 Handle Get1Resource(OSType type, Int id);
 /// The first resource of the type with this name (raw characters, no length byte). Nil, `ResError` unchanged, if none.
 Handle GetNamedResource(OSType type, std::span<const std::uint8_t> name);
-void ReleaseResource(const Handle& h); ///< the next `GetResource` gives a new handle with the file's bytes
-void DetachResource(const Handle& h);  ///< releases it; the block lives on as no resource
-inline void LoadResource(const Handle&) {} ///< nothing: bytes are always in memory
-inline void SetResLoad(bool) {}
+void ReleaseResource(const Handle& h);      ///< the next `GetResource` gives a new handle with the file's bytes
+void DetachResource(const Handle& h);       ///< releases it; the block lives on as no resource
+inline void LoadResource(const Handle&) { } ///< nothing: bytes are always in memory
+inline void SetResLoad(bool) { }
 Int ResError();
 Int CurResFile();
 void UseResFile(Int refNum); ///< below 1: nothing
@@ -101,12 +101,12 @@ Int Count1Types();
 void Get1IndType(OSType& type, Int index); ///< 1-based; 0 out of range
 Int SizeRsrc(const Handle& h);             ///< -1 for nil
 Int MaxSizeRsrc(const Handle& h);
-void GetResInfo(const Handle& h, Int& id, OSType& type, Str255& name); ///< the name is always empty
+void GetResInfo(const Handle& h, Int& id, OSType& type, Str255& name);      ///< the name is always empty
 void AddResource(const Handle& h, OSType type, Int id, const Str255& name); ///< labels the block; stores nothing
-inline void RmveResource(const Handle&) {}
-inline void ChangedResource(const Handle&) {}
-inline void WriteResource(const Handle&) {}
-inline void UpdateResFile(Int) {}
+inline void RmveResource(const Handle&) { }
+inline void ChangedResource(const Handle&) { }
+inline void WriteResource(const Handle&) { }
+inline void UpdateResFile(Int) { }
 
 /// The counted string at the start of 'STR ' `id`; an empty array (not even a length byte) if it is missing.
 Str255 GetString(Int id);

@@ -27,8 +27,8 @@ RunState<PumpState> sPump;
 /// Work from other threads.
 struct Deferred {
     std::mutex lock;
-    Closures closures;              // guarded by `lock`
-    std::atomic<bool> any{false};   // true while `closures` is not empty
+    Closures closures;            // guarded by `lock`
+    std::atomic<bool> any{false}; // true while `closures` is not empty
 };
 Deferred& deferred()
 {

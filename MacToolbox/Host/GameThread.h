@@ -33,8 +33,7 @@ public:
     static void addHousekeeping(std::function<void()> closure);
 
     /// Runs `body` on the main thread, waits for it and returns its result. No service meanwhile.
-    template <typename Body>
-    static auto onMain(Body body) -> decltype(body())
+    template <typename Body> static auto onMain(Body body) -> decltype(body())
     {
         std::optional<decltype(body())> result;
         Platform::current().call([&] { result.emplace(body()); });
@@ -43,8 +42,7 @@ public:
 
     /// The only way in which the game waits for the host: publishes the frame, runs `body` on the main thread with a
     /// completion, and waits without limit until that was called. Game or main thread.
-    template <typename Result>
-    static Result waitForMain(std::function<void(std::function<void(Result)>)> body)
+    template <typename Result> static Result waitForMain(std::function<void(std::function<void(Result)>)> body)
     {
         service(true);
         auto box = std::make_shared<Box<Result>>();
@@ -61,8 +59,7 @@ public:
 
 private:
     /// Holds one result until it is taken; shared, since a completion may come twice or late.
-    template <typename Result>
-    class Box {
+    template <typename Result> class Box {
     public:
         void fill(Result result)
         {

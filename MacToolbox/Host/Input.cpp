@@ -126,7 +126,8 @@ void Input::key(Int character, Int keyCode, Int modifiers, bool down, bool isRep
     if (keyCode >= 0 && keyCode < 128)
         sInput->keysDown[static_cast<std::size_t>(keyCode)] = down;
     if (down)
-        enqueueNow(isRepeat ? autoKey : keyDown, (keyCode * 256 | character) & 0xFFFF, sInput->mouse, stateOfModifiers());
+        enqueueNow(
+            isRepeat ? autoKey : keyDown, (keyCode * 256 | character) & 0xFFFF, sInput->mouse, stateOfModifiers());
 }
 
 void Input::modifiers(Int modifiers)
@@ -176,10 +177,7 @@ bool Input::isEmpty()
     return sInput->queue.empty();
 }
 
-void Input::wait(Int ticks)
-{
-    waitUntil(Clock::current().now() + std::clamp<Int>(ticks, 0, 1'000'000) * kSecond / 60);
-}
+void Input::wait(Int ticks) { waitUntil(Clock::current().now() + std::clamp<Int>(ticks, 0, 1'000'000) * kSecond / 60); }
 
 void Input::waitUntil(Nanos deadline)
 {

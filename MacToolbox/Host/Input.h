@@ -35,8 +35,8 @@ struct EventRecord {
     /// Keys: the character in bits 0 to 7 and the host key code in bits 8 to 15. Update and activate events: a window
     /// tag. A click that stands for a menu choice: a negative menu tag. Else 0.
     Int message = 0;
-    Int when = 0;  ///< ticks
-    Point where;   ///< global coordinates
+    Int when = 0; ///< ticks
+    Point where;  ///< global coordinates
     Int modifiers = 0;
 
     /// The window whose tag `message` holds, whatever the kind of event; nil if there is none. Game thread.

@@ -72,10 +72,17 @@ void pumpTasks()
 }
 
 const std::map<OSType, Int> kThisMachine{
-    {gestaltSystemVersion, 1793},    {gestaltAppleEventsAttr, 1},    {gestaltStandardFileAttr, 0},
-    {gestaltQuickdrawVersion, 0},    {gestaltAliasMgrAttr, 1},       {gestaltFindFolderAttr, 1},
-    {gestaltMachineType, 5},         {gestaltProcessorType, 1},      {gestaltFPUType, 0},
-    {gestaltAppleTalkVersion, 0},    {gestaltPhysicalRAMSize, 0x400000},
+    {gestaltSystemVersion, 1793},
+    {gestaltAppleEventsAttr, 1},
+    {gestaltStandardFileAttr, 0},
+    {gestaltQuickdrawVersion, 0},
+    {gestaltAliasMgrAttr, 1},
+    {gestaltFindFolderAttr, 1},
+    {gestaltMachineType, 5},
+    {gestaltProcessorType, 1},
+    {gestaltFPUType, 0},
+    {gestaltAppleTalkVersion, 0},
+    {gestaltPhysicalRAMSize, 0x400000},
     {gestaltLogicalRAMSize, 0x400000},
 };
 

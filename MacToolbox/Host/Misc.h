@@ -89,10 +89,8 @@ constexpr Int BitShift(Int value, Int count)
 
 // Calls without effect.
 
-template <typename Routine>
-void UnloadSeg(const Routine&) {}
-template <typename Routine>
-void SetGrowZone(const Routine&) {}
+template <typename Routine> void UnloadSeg(const Routine&) { }
+template <typename Routine> void SetGrowZone(const Routine&) { }
 inline OSErr ResrvMem(Int) { return noErr; }
 inline Int SetCurrentA5() { return 0; }
 inline Int SetA5(Int) { return 0; }

@@ -14,73 +14,73 @@ namespace MacToolbox {
 
 namespace {
 
-    constexpr Int kCntlSize = 22;     // of a `CNTL`, before its title
-    constexpr Int kFirstRepeat = 24;  // ticks from the press to the second call of an action
-    constexpr Int kNextRepeat = 4;    // ticks between the calls after that
+constexpr Int kCntlSize = 22;    // of a `CNTL`, before its title
+constexpr Int kFirstRepeat = 24; // ticks from the press to the second call of an action
+constexpr Int kNextRepeat = 4;   // ticks between the calls after that
 
-    struct Definitions {
-        std::map<Int, ControlDef> byKey {{0, ControlManager::standardButton}, {1, ControlManager::scrollBar}};
-    };
-    RunState<Definitions> sDefinitions;
+struct Definitions {
+    std::map<Int, ControlDef> byKey{{0, ControlManager::standardButton}, {1, ControlManager::scrollBar}};
+};
+RunState<Definitions> sDefinitions;
 
-    /// The window that owns a port's controls, or nil.
-    WindowPtr ownerOf(const ControlHandle& c) { return c->contrlOwner.lock(); }
+/// The window that owns a port's controls, or nil.
+WindowPtr ownerOf(const ControlHandle& c) { return c->contrlOwner.lock(); }
 
-    bool stillTracking(const ControlHandle& c, Point& local)
-    {
-        if (!WaitMouseUp())
-            return false;
-        const Rect& bounds = c->port->portBits.bounds;
-        const Point mouse = Input::mouseLocation();
-        local = {mouse.v + bounds.top, mouse.h + bounds.left};
-        return true;
+bool stillTracking(const ControlHandle& c, Point& local)
+{
+    if (!WaitMouseUp())
+        return false;
+    const Rect& bounds = c->port->portBits.bounds;
+    const Point mouse = Input::mouseLocation();
+    local = {mouse.v + bounds.top, mouse.h + bounds.left};
+    return true;
+}
+
+/// Drags the thumb of a scroll bar until the button goes up.
+void trackThumb(const ControlHandle& c, Point last)
+{
+    Point mouse;
+    while (stillTracking(c, mouse)) {
+        if (mouse == last)
+            continue;
+        last = mouse;
+        const Rect& r = c->contrlRect;
+        const bool horizontal = r.width() >= r.height();
+        const Int travel = std::max(r.width(), r.height()) - 48;
+        if (travel < 1 || c->contrlMin >= c->contrlMax)
+            continue;
+        const Int pos = horizontal ? mouse.h - r.left : mouse.v - r.top; // of the thumb's middle
+        const Int value = c->contrlMin + (pos - 24) * (c->contrlMax - c->contrlMin) / travel;
+        SetCtlValue(c, std::clamp(value, c->contrlMin, c->contrlMax));
     }
+}
 
-    /// Drags the thumb of a scroll bar until the button goes up.
-    void trackThumb(const ControlHandle& c, Point last)
-    {
-        Point mouse;
-        while (stillTracking(c, mouse)) {
-            if (mouse == last)
-                continue;
-            last = mouse;
-            const Rect& r = c->contrlRect;
-            const bool horizontal = r.width() >= r.height();
-            const Int travel = std::max(r.width(), r.height()) - 48;
-            if (travel < 1 || c->contrlMin >= c->contrlMax)
-                continue;
-            const Int pos = horizontal ? mouse.h - r.left : mouse.v - r.top; // of the thumb's middle
-            const Int value = c->contrlMin + (pos - 24) * (c->contrlMax - c->contrlMin) / travel;
-            SetCtlValue(c, std::clamp(value, c->contrlMin, c->contrlMax));
+/// Highlights the part while the mouse is in it, and repeats the action.
+Int trackPart(const ControlHandle& c, Int part, const ControlAction& action)
+{
+    HiliteControl(c, part);
+    if (action)
+        action(c, part);
+    Int due = TickCount() + kFirstRepeat;
+    bool inside = true;
+    Point mouse;
+    while (stillTracking(c, mouse)) {
+        const bool now = c->test(mouse) == part;
+        if (now != inside) {
+            inside = now;
+            c->contrlHilite = inside ? part : 0;
+            c->draw();
         }
-    }
-
-    /// Highlights the part while the mouse is in it, and repeats the action.
-    Int trackPart(const ControlHandle& c, Int part, const ControlAction& action)
-    {
-        HiliteControl(c, part);
-        if (action)
+        if (!action || !inside)
+            continue;
+        if (const Int tick = TickCount(); tick >= due) {
             action(c, part);
-        Int due = TickCount() + kFirstRepeat;
-        bool inside = true;
-        Point mouse;
-        while (stillTracking(c, mouse)) {
-            const bool now = c->test(mouse) == part;
-            if (now != inside) {
-                inside = now;
-                c->contrlHilite = inside ? part : 0;
-                c->draw();
-            }
-            if (!action || !inside)
-                continue;
-            if (const Int tick = TickCount(); tick >= due) {
-                action(c, part);
-                due = tick + kNextRepeat;
-            }
+            due = tick + kNextRepeat;
         }
-        HiliteControl(c, 0);
-        return inside ? part : 0;
     }
+    HiliteControl(c, 0);
+    return inside ? part : 0;
+}
 
 } // namespace
 
@@ -137,8 +137,8 @@ ControlHandle NewControl(const GrafPtr& port, const Rect& bounds, const Str255& 
     return c;
 }
 
-ControlHandle NewControl(const WindowPtr& window, const Rect& bounds, const Str255& title, bool visible, Int value, Int min,
-    Int max, Int procID, Int refCon)
+ControlHandle NewControl(const WindowPtr& window, const Rect& bounds, const Str255& title, bool visible, Int value,
+    Int min, Int max, Int procID, Int refCon)
 {
     return NewControl(window ? window->port : thePort, bounds, title, visible, value, min, max, procID, refCon);
 }
@@ -149,7 +149,7 @@ ControlHandle GetNewControl(Int id, const GrafPtr& port)
     if (!h || h->count() < kCntlSize)
         return nullptr;
     const auto c = std::make_shared<ControlRecord>(port ? port : thePort, h->rect(0), h->s16(16));
-    c->contrlTitle = h->count() > kCntlSize ? h->pstr(kCntlSize) : Str255 {0};
+    c->contrlTitle = h->count() > kCntlSize ? h->pstr(kCntlSize) : Str255{0};
     c->contrlValue = h->s16(8);
     c->contrlMax = h->s16(12);
     c->contrlMin = h->s16(14);
@@ -162,7 +162,10 @@ ControlHandle GetNewControl(Int id, const GrafPtr& port)
     return c;
 }
 
-ControlHandle GetNewControl(Int id, const WindowPtr& window) { return GetNewControl(id, window ? window->port : thePort); }
+ControlHandle GetNewControl(Int id, const WindowPtr& window)
+{
+    return GetNewControl(id, window ? window->port : thePort);
+}
 
 void Draw1Control(const ControlHandle& c)
 {
@@ -271,7 +274,7 @@ void SetCTitle(const ControlHandle& c, const Str255& title)
     c->draw();
 }
 
-void GetCTitle(const ControlHandle& c, Str255& title) { title = c ? c->contrlTitle : Str255 {0}; }
+void GetCTitle(const ControlHandle& c, Str255& title) { title = c ? c->contrlTitle : Str255{0}; }
 
 void SetCtlAction(const ControlHandle& c, const ControlAction& action)
 {

@@ -20,8 +20,8 @@ using ControlAction = std::function<void(const ControlHandle& control, Int part)
 inline constexpr Int drawCntl = 0, testCntl = 1, calcCRgns = 2, initCntl = 3, dispCntl = 4, posCntl = 5, thumbCntl = 6,
                      dragCntl = 7, autoTrack = 8, calcCntlRgn = 10, calcThumbRgn = 11;
 inline constexpr Int pushButProc = 0, checkBoxProc = 1, radioButProc = 2, useWFont = 8, scrollBarProc = 16;
-inline constexpr Int inButton = 10, inCheckBox = 11, inUpButton = 20, inDownButton = 21, inPageUp = 22,
-                     inPageDown = 23, inThumb = 129;
+inline constexpr Int inButton = 10, inCheckBox = 11, inUpButton = 20, inDownButton = 21, inPageUp = 22, inPageDown = 23,
+                     inThumb = 129;
 
 struct ControlRecord : std::enable_shared_from_this<ControlRecord> {
     Rect contrlRect; ///< local to the port
@@ -51,15 +51,15 @@ struct ControlRecord : std::enable_shared_from_this<ControlRecord> {
 };
 
 namespace ControlManager {
-    /// Sets the definition for `key` (procID >> 4), for controls made from now on; key 0 is the standard button and
-    /// key 1 the scroll bar. A key without a definition gets that of key 0.
-    void registerCdef(Int key, ControlDef def);
-    ControlDef definition(Int key);
-    /// The two built-in definitions.
-    Int standardButton(Int variant, const ControlHandle& control, Int message, Int param);
-    Int scrollBar(Int variant, const ControlHandle& control, Int message, Int param);
-    /// Puts a control at the front of its window's list, if its port has a window.
-    void enlist(const ControlHandle& control);
+/// Sets the definition for `key` (procID >> 4), for controls made from now on; key 0 is the standard button and
+/// key 1 the scroll bar. A key without a definition gets that of key 0.
+void registerCdef(Int key, ControlDef def);
+ControlDef definition(Int key);
+/// The two built-in definitions.
+Int standardButton(Int variant, const ControlHandle& control, Int message, Int param);
+Int scrollBar(Int variant, const ControlHandle& control, Int message, Int param);
+/// Puts a control at the front of its window's list, if its port has a window.
+void enlist(const ControlHandle& control);
 }
 
 /// A new control on a port, which is put in the window's list if the port has a window, told `initCntl`, and drawn when
@@ -100,7 +100,8 @@ bool GetAuxCtl(const ControlHandle& c, Handle& aux);
 Int FindControl(Point local, const WindowPtr& w, ControlHandle& which);
 Int TestControl(const ControlHandle& c, Point local);
 /// Follows the mouse until the button goes up. @param action  Called again and again while the mouse stays inside.
-/// @param useDefault  Takes the control's own action instead. @return The part, or 0 if the mouse was outside at the end.
+/// @param useDefault  Takes the control's own action instead. @return The part, or 0 if the mouse was outside at the
+/// end.
 Int TrackControl(const ControlHandle& c, Point local, const ControlAction& action, bool useDefault = false);
 void DisposeControl(const ControlHandle& c);
 /// Forgets every control of the window; nothing is erased.

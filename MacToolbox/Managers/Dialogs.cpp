@@ -15,135 +15,136 @@ namespace MacToolbox {
 
 namespace {
 
-    constexpr Int kDlogSize = 20;   // of a `DLOG`, before its title
-    constexpr Int kItemHeader = 14; // of a `DITL` item, before its data
-    constexpr Int kIconBytes = 128;
-    constexpr Rect kIconRect {0, 0, 32, 32};
+constexpr Int kDlogSize = 20;   // of a `DLOG`, before its title
+constexpr Int kItemHeader = 14; // of a `DITL` item, before its data
+constexpr Int kIconBytes = 128;
+constexpr Rect kIconRect{0, 0, 32, 32};
 
-    using Kind = DItemHandle::Kind;
+using Kind = DItemHandle::Kind;
 
-    DialogPtr asDialog(const WindowPtr& w) { return std::dynamic_pointer_cast<DialogRecord>(w); }
+DialogPtr asDialog(const WindowPtr& w) { return std::dynamic_pointer_cast<DialogRecord>(w); }
 
-    void copyIcon(const Handle& icon, const Rect& rect)
-    {
-        CopyBits(BitMap(icon, 0, 4, kIconRect), thePort->portBits, kIconRect, rect, srcCopy);
+void copyIcon(const Handle& icon, const Rect& rect)
+{
+    CopyBits(BitMap(icon, 0, 4, kIconRect), thePort->portBits, kIconRect, rect, srcCopy);
+}
+
+DItemHandle resourceItem(OSType type, Int id, Kind kind)
+{
+    const Handle h = GetResource(type, id);
+    if (!h)
+        return {};
+    return kind == Kind::icon ? DItemHandle::icon(h) : DItemHandle::picture(h);
+}
+
+DItemHandle buttonItem(const DialogPtr& dialog, const DItem& item, std::span<const std::uint8_t> title)
+{
+    const auto c = std::make_shared<ControlRecord>(dialog->port, item.rect, item.kind() - ctrlItem);
+    c->contrlTitle.assign(1, static_cast<std::uint8_t>(title.size()));
+    c->contrlTitle.insert(c->contrlTitle.end(), title.begin(), title.end());
+    c->contrlVis = false;
+    c->contrlMax = 1;
+    ControlManager::enlist(c);
+    c->send(initCntl);
+    c->contrlVis = true;
+    return DItemHandle::control(c);
+}
+
+DItemHandle controlItem(const DialogPtr& dialog, const DItem& item, Int id)
+{
+    const ControlHandle c = GetNewControl(id, WindowPtr(dialog));
+    if (!c)
+        return {};
+    c->contrlRect = item.rect;
+    c->contrlVis = true;
+    return DItemHandle::control(c);
+}
+
+/// What an item of the list shows, made from its data.
+DItemHandle makeHandle(const DialogPtr& dialog, const DItem& item, std::span<const std::uint8_t> data)
+{
+    const Int id = data.size() >= 2 ? ByteReader(data).s16() : 0;
+    switch (item.kind()) {
+    case iconItem: return resourceItem(os("ICON"), id, Kind::icon);
+    case picItem: return resourceItem(os("PICT"), id, Kind::picture);
+    case statText:
+    case editText: return DItemHandle::text(PtrToHand(data));
+    case ctrlItem + resCtrl: return controlItem(dialog, item, id);
+    case ctrlItem + btnCtrl:
+    case ctrlItem + chkCtrl:
+    case ctrlItem + radCtrl: return buttonItem(dialog, item, data);
+    default: return DItemHandle::user({});
     }
+}
 
-    DItemHandle resourceItem(OSType type, Int id, Kind kind)
-    {
-        const Handle h = GetResource(type, id);
-        if (!h)
-            return {};
-        return kind == Kind::icon ? DItemHandle::icon(h) : DItemHandle::picture(h);
+/// Reads the item list: a count less one (2), then items of 4 bytes not read, rectangle (8), type (1), counted data
+/// and a pad byte if its length is odd. An item whose header is cut off ends the list.
+void readItems(const DialogPtr& dialog, const Handle& list)
+{
+    const std::span<const std::uint8_t> bytes(list->bytes);
+    if (bytes.size() < 2)
+        return;
+    Int at = 2;
+    for (Int left = list->s16(0) + 1; left > 0 && at + kItemHeader <= I(bytes.size()); --left) {
+        DItem item;
+        item.rect = list->rect(at + 4);
+        item.type = list->u8(at + 12);
+        const Int length = list->u8(at + 13);
+        at += kItemHeader;
+        const Int present = std::min(length, I(bytes.size()) - at);
+        item.handle =
+            makeHandle(dialog, item, bytes.subspan(static_cast<std::size_t>(at), static_cast<std::size_t>(present)));
+        dialog->items.push_back(std::move(item));
+        at += length + (length & 1);
     }
+}
 
-    DItemHandle buttonItem(const DialogPtr& dialog, const DItem& item, std::span<const std::uint8_t> title)
-    {
-        const auto c = std::make_shared<ControlRecord>(dialog->port, item.rect, item.kind() - ctrlItem);
-        c->contrlTitle.assign(1, static_cast<std::uint8_t>(title.size()));
-        c->contrlTitle.insert(c->contrlTitle.end(), title.begin(), title.end());
-        c->contrlVis = false;
-        c->contrlMax = 1;
-        ControlManager::enlist(c);
-        c->send(initCntl);
-        c->contrlVis = true;
-        return DItemHandle::control(c);
-    }
-
-    DItemHandle controlItem(const DialogPtr& dialog, const DItem& item, Int id)
-    {
-        const ControlHandle c = GetNewControl(id, WindowPtr(dialog));
-        if (!c)
-            return {};
-        c->contrlRect = item.rect;
-        c->contrlVis = true;
-        return DItemHandle::control(c);
-    }
-
-    /// What an item of the list shows, made from its data.
-    DItemHandle makeHandle(const DialogPtr& dialog, const DItem& item, std::span<const std::uint8_t> data)
-    {
-        const Int id = data.size() >= 2 ? ByteReader(data).s16() : 0;
-        switch (item.kind()) {
-        case iconItem: return resourceItem(os("ICON"), id, Kind::icon);
-        case picItem: return resourceItem(os("PICT"), id, Kind::picture);
-        case statText:
-        case editText: return DItemHandle::text(PtrToHand(data));
-        case ctrlItem + resCtrl: return controlItem(dialog, item, id);
-        case ctrlItem + btnCtrl:
-        case ctrlItem + chkCtrl:
-        case ctrlItem + radCtrl: return buttonItem(dialog, item, data);
-        default: return DItemHandle::user({});
-        }
-    }
-
-    /// Reads the item list: a count less one (2), then items of 4 bytes not read, rectangle (8), type (1), counted data
-    /// and a pad byte if its length is odd. An item whose header is cut off ends the list.
-    void readItems(const DialogPtr& dialog, const Handle& list)
-    {
-        const std::span<const std::uint8_t> bytes(list->bytes);
-        if (bytes.size() < 2)
+void focusFirstEdit(const DialogPtr& dialog)
+{
+    for (std::size_t i = 0; i < dialog->items.size(); ++i)
+        if (dialog->items[i].kind() == editText) {
+            focusItem(dialog, I(i), true);
             return;
-        Int at = 2;
-        for (Int left = list->s16(0) + 1; left > 0 && at + kItemHeader <= I(bytes.size()); --left) {
-            DItem item;
-            item.rect = list->rect(at + 4);
-            item.type = list->u8(at + 12);
-            const Int length = list->u8(at + 13);
-            at += kItemHeader;
-            const Int present = std::min(length, I(bytes.size()) - at);
-            item.handle = makeHandle(dialog, item, bytes.subspan(static_cast<std::size_t>(at), static_cast<std::size_t>(present)));
-            dialog->items.push_back(std::move(item));
-            at += length + (length & 1);
         }
-    }
+}
 
-    void focusFirstEdit(const DialogPtr& dialog)
+void drawEditText(const DialogPtr& dialog, Int index, const DItem& item)
+{
+    GrafPort& port = *dialog->port;
     {
-        for (std::size_t i = 0; i < dialog->items.size(); ++i)
-            if (dialog->items[i].kind() == editText) {
-                focusItem(dialog, I(i), true);
-                return;
-            }
+        const PenScope pen;
+        PenNormal();
+        const Rect ring{item.rect.top - 3, item.rect.left - 3, item.rect.bottom + 3, item.rect.right + 3};
+        port.frame(Region(ring), Region(ring.insetBy(1, 1)));
     }
-
-    void drawEditText(const DialogPtr& dialog, Int index, const DItem& item)
-    {
-        GrafPort& port = *dialog->port;
-        {
-            const PenScope pen;
-            PenNormal();
-            const Rect ring {item.rect.top - 3, item.rect.left - 3, item.rect.bottom + 3, item.rect.right + 3};
-            port.frame(Region(ring), Region(ring.insetBy(1, 1)));
-        }
-        if (index == dialog->editField && dialog->textH) {
-            EraseRect(item.rect);
-            dialog->textH->calc();
-            dialog->textH->draw();
-        } else {
-            TextBox(item.handle.block->bytes, item.handle.block->count(), item.rect, teJustLeft);
-        }
-    }
-
-    /// Draws an item again under its dialog's port, if both can be seen.
-    void refreshItem(const DialogPtr& dialog, Int index)
-    {
-        const DItem& item = dialog->items[static_cast<std::size_t>(index)];
-        if (!dialog->visible || item.hidden)
-            return;
-        const PortScope scope(dialog->port);
+    if (index == dialog->editField && dialog->textH) {
         EraseRect(item.rect);
-        drawItem(dialog, index);
+        dialog->textH->calc();
+        dialog->textH->draw();
+    } else {
+        TextBox(item.handle.block->bytes, item.handle.block->count(), item.rect, teJustLeft);
     }
+}
 
-    DialogPtr newDialog(const Rect& bounds, const Str255& title, Int procID, const WindowPtr& behind, Int refCon)
-    {
-        const DialogPtr dialog = makeWindow<DialogRecord>(bounds, procID);
-        dialog->title = title;
-        dialog->refCon = refCon;
-        WindowManager::shared().add(dialog, behind);
-        return dialog;
-    }
+/// Draws an item again under its dialog's port, if both can be seen.
+void refreshItem(const DialogPtr& dialog, Int index)
+{
+    const DItem& item = dialog->items[static_cast<std::size_t>(index)];
+    if (!dialog->visible || item.hidden)
+        return;
+    const PortScope scope(dialog->port);
+    EraseRect(item.rect);
+    drawItem(dialog, index);
+}
+
+DialogPtr newDialog(const Rect& bounds, const Str255& title, Int procID, const WindowPtr& behind, Int refCon)
+{
+    const DialogPtr dialog = makeWindow<DialogRecord>(bounds, procID);
+    dialog->title = title;
+    dialog->refCon = refCon;
+    WindowManager::shared().add(dialog, behind);
+    return dialog;
+}
 
 } // namespace
 
@@ -154,7 +155,10 @@ DialogRecord::DialogRecord(const Rect& bounds, Int windowProcID) : WindowRecord(
     port->txSize = 12;
 }
 
-DItem* DialogRecord::item(Int n) { return n >= 1 && n <= I(items.size()) ? &items[static_cast<std::size_t>(n - 1)] : nullptr; }
+DItem* DialogRecord::item(Int n)
+{
+    return n >= 1 && n <= I(items.size()) ? &items[static_cast<std::size_t>(n - 1)] : nullptr;
+}
 
 void loadItems(const DialogPtr& dialog, Int ditlID)
 {
@@ -162,7 +166,7 @@ void loadItems(const DialogPtr& dialog, Int ditlID)
     if (!list)
         return;
     readItems(dialog, list);
-    dialog->textH = std::make_shared<TERec>(Rect {}, Rect {}, dialog->port);
+    dialog->textH = std::make_shared<TERec>(Rect{}, Rect{}, dialog->port);
     focusFirstEdit(dialog);
 }
 
@@ -245,7 +249,7 @@ DialogPtr GetNewDialog(Int id, const void*, const WindowPtr& behind)
     const Handle h = GetResource(os("DLOG"), id);
     if (!h || h->count() < kDlogSize)
         return nullptr;
-    const Str255 title = h->count() > kDlogSize ? h->pstr(kDlogSize) : Str255 {0};
+    const Str255 title = h->count() > kDlogSize ? h->pstr(kDlogSize) : Str255{0};
     const DialogPtr dialog = newDialog(h->rect(0), title, h->s16(8), behind, h->s32(14));
     loadItems(dialog, h->s16(18));
     if (h->u8(10) != 0)
@@ -253,8 +257,8 @@ DialogPtr GetNewDialog(Int id, const void*, const WindowPtr& behind)
     return dialog;
 }
 
-DialogPtr NewDialog(const void*, const Rect& bounds, const Str255& title, bool visible, Int procID, const WindowPtr& behind,
-    bool goAway, Int refCon, Int itemsID)
+DialogPtr NewDialog(const void*, const Rect& bounds, const Str255& title, bool visible, Int procID,
+    const WindowPtr& behind, bool goAway, Int refCon, Int itemsID)
 {
     const DialogPtr dialog = newDialog(bounds, title, procID, behind, refCon);
     dialog->goAwayFlag = goAway;
@@ -290,8 +294,8 @@ void GetDItem(const DialogPtr& dialog, Int n, Int& type, DItemHandle& handle, Re
 {
     const DItem* const item = dialog ? dialog->item(n) : nullptr;
     type = item ? item->type : 0;
-    handle = item ? item->handle : DItemHandle {};
-    rect = item ? item->rect : Rect {};
+    handle = item ? item->handle : DItemHandle{};
+    rect = item ? item->rect : Rect{};
 }
 
 void SetDItem(const DialogPtr& dialog, Int n, Int type, const DItemHandle& handle, const Rect& rect)
@@ -303,7 +307,10 @@ void SetDItem(const DialogPtr& dialog, Int n, Int type, const DItemHandle& handl
     }
 }
 
-void GetIText(const DItemHandle& handle, Str255& text) { GetIText(handle.is(Kind::text) ? handle.block : nullptr, text); }
+void GetIText(const DItemHandle& handle, Str255& text)
+{
+    GetIText(handle.is(Kind::text) ? handle.block : nullptr, text);
+}
 
 void GetIText(const Handle& handle, Str255& text)
 {
@@ -313,7 +320,10 @@ void GetIText(const Handle& handle, Str255& text)
         text.insert(text.end(), handle->bytes.begin(), handle->bytes.begin() + static_cast<std::ptrdiff_t>(length));
 }
 
-void SetIText(const DItemHandle& handle, const Str255& text) { SetIText(handle.is(Kind::text) ? handle.block : nullptr, text); }
+void SetIText(const DItemHandle& handle, const Str255& text)
+{
+    SetIText(handle.is(Kind::text) ? handle.block : nullptr, text);
+}
 
 void SetIText(const Handle& handle, const Str255& text)
 {

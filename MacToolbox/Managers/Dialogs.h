@@ -31,9 +31,9 @@ struct DItemHandle {
     enum class Kind { none, control, text, icon, picture, user };
 
     Kind kind = Kind::none;
-    ControlHandle ctl;  ///< of a control
-    Handle block;       ///< of a text, an icon or a picture
-    UserItemProc proc;  ///< of a user item; may be empty
+    ControlHandle ctl; ///< of a control
+    Handle block;      ///< of a text, an icon or a picture
+    UserItemProc proc; ///< of a user item; may be empty
 
     static DItemHandle control(ControlHandle c) { return {Kind::control, std::move(c), {}, {}}; }
     static DItemHandle text(Handle h) { return {Kind::text, {}, std::move(h), {}}; }
@@ -75,11 +75,11 @@ void drawItem(const DialogPtr& dialog, Int index);
 /// Draws the ring round the default button.
 void outlineDefault(const DialogPtr& dialog);
 
-inline void InitDialogs() {}
-inline void CouldAlert(Int) {}
-inline void FreeAlert(Int) {}
-inline void CouldDialog(Int) {}
-inline void FreeDialog(Int) {}
+inline void InitDialogs() { }
+inline void CouldAlert(Int) { }
+inline void FreeAlert(Int) { }
+inline void CouldDialog(Int) { }
+inline void FreeDialog(Int) { }
 /// From the resource `DLOG` `id`; nil if it is missing or too short.
 DialogPtr GetNewDialog(Int id, const void* storage = nullptr, const WindowPtr& behind = nullptr);
 DialogPtr NewDialog(const void* storage, const Rect& bounds, const Str255& title, bool visible, Int procID,
@@ -116,6 +116,6 @@ void PlotIcon(const Rect& rect, const Handle& icon);
 void PlotCIcon(const Rect& rect, const Handle& icon);
 Handle GetIcon(Int id);
 Handle GetCIcon(Int id);
-inline void DisposCIcon(const Handle&) {}
+inline void DisposCIcon(const Handle&) { }
 
 } // namespace MacToolbox

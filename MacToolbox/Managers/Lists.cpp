@@ -9,96 +9,99 @@ namespace MacToolbox {
 
 namespace {
 
-    constexpr Int kScrollBarWidth = 16; // pixels
-    constexpr Int kDoubleClick = 29;    // ticks, at most
-    constexpr Int kMostRows = 0x7FFF;   // what a data bounds rectangle can ask for
+constexpr Int kScrollBarWidth = 16; // pixels
+constexpr Int kDoubleClick = 29;    // ticks, at most
+constexpr Int kMostRows = 0x7FFF;   // what a data bounds rectangle can ask for
 
-    /// The list's port as the current one, clipped to the view as well; its pen is put back.
-    class ViewScope {
-    public:
-        explicit ViewScope(const ListRec& list) : port_(list.port), clip_(list.rView) {}
+/// The list's port as the current one, clipped to the view as well; its pen is put back.
+class ViewScope {
+public:
+    explicit ViewScope(const ListRec& list) : port_(list.port), clip_(list.rView) { }
 
-    private:
-        PortScope port_;
-        ClipScope clip_;
-        PenScope pen_;
-    };
+private:
+    PortScope port_;
+    ClipScope clip_;
+    PenScope pen_;
+};
 
-    std::size_t at(Int row) { return static_cast<std::size_t>(row); }
+std::size_t at(Int row) { return static_cast<std::size_t>(row); }
 
-    void tell(const ListHandle& list, Int message)
-    {
-        const ListDef ldef = list->ldef;
-        if (ldef)
-            ldef(message, false, Rect {}, Cell {}, {}, list);
+void tell(const ListHandle& list, Int message)
+{
+    const ListDef ldef = list->ldef;
+    if (ldef)
+        ldef(message, false, Rect{}, Cell{}, {}, list);
+}
+
+void selectOnly(ListRec& list, Int first, Int last)
+{
+    for (Int row = 0; row < list.rowCount(); ++row)
+        list.hilite(row, row >= first && row <= last);
+}
+
+Point localMouse(const ListRec& list)
+{
+    const Rect& bounds = list.port->portBits.bounds;
+    const Point mouse = Input::mouseLocation();
+    return {mouse.v + bounds.top, mouse.h + bounds.left};
+}
+
+Int rowUnder(const ListRec& list, Int v)
+{
+    return list.visible.top + (v - list.rView.top) / std::max<Int>(1, list.cellSize.v);
+}
+
+void scrollByPart(ListRec& list, Int part)
+{
+    const Int top = list.visible.top, page = list.rows() - 1; // a page step keeps one row in view
+    switch (part) {
+    case inUpButton: list.scrollTo(top - 1); break;
+    case inDownButton: list.scrollTo(top + 1); break;
+    case inPageUp: list.scrollTo(top - page); break;
+    case inPageDown: list.scrollTo(top + page); break;
+    default: break;
     }
+}
 
-    void selectOnly(ListRec& list, Int first, Int last)
-    {
-        for (Int row = 0; row < list.rowCount(); ++row)
-            list.hilite(row, row >= first && row <= last);
+void clickScrollBar(const ListHandle& list, Point local)
+{
+    const ControlHandle bar = list->vScroll;
+    const Int part = bar->test(local);
+    if (part == inThumb) {
+        TrackControl(bar, local, nullptr);
+        list->scrollTo(bar->contrlValue);
+    } else if (part != 0) {
+        TrackControl(bar, local, [list](const ControlHandle&, Int in) { scrollByPart(*list, in); });
     }
+}
 
-    Point localMouse(const ListRec& list)
-    {
-        const Rect& bounds = list.port->portBits.bounds;
-        const Point mouse = Input::mouseLocation();
-        return {mouse.v + bounds.top, mouse.h + bounds.left};
+/// Follows the mouse from the clicked row on. @return The last row.
+Int dragRows(ListRec& list, Int clicked, bool additive)
+{
+    Int last = clicked;
+    while (WaitMouseUp()) {
+        const Int v = localMouse(list).v;
+        if (v < list.rView.top)
+            list.scrollTo(list.visible.top - 1);
+        else if (v >= list.rView.bottom)
+            list.scrollTo(list.visible.top + 1);
+        if (list.rowCount() == 0)
+            continue;
+        const Int row = std::clamp<Int>(rowUnder(list, v), 0, list.rowCount() - 1);
+        if (row == last)
+            continue;
+        last = row;
+        if (additive)
+            continue;
+        const bool one = list.selFlags >= lOnlyOne;
+        selectOnly(list, one ? row : std::min(clicked, row), one ? row : std::max(clicked, row));
     }
-
-    Int rowUnder(const ListRec& list, Int v) { return list.visible.top + (v - list.rView.top) / std::max<Int>(1, list.cellSize.v); }
-
-    void scrollByPart(ListRec& list, Int part)
-    {
-        const Int top = list.visible.top, page = list.rows() - 1; // a page step keeps one row in view
-        switch (part) {
-        case inUpButton: list.scrollTo(top - 1); break;
-        case inDownButton: list.scrollTo(top + 1); break;
-        case inPageUp: list.scrollTo(top - page); break;
-        case inPageDown: list.scrollTo(top + page); break;
-        default: break;
-        }
-    }
-
-    void clickScrollBar(const ListHandle& list, Point local)
-    {
-        const ControlHandle bar = list->vScroll;
-        const Int part = bar->test(local);
-        if (part == inThumb) {
-            TrackControl(bar, local, nullptr);
-            list->scrollTo(bar->contrlValue);
-        } else if (part != 0) {
-            TrackControl(bar, local, [list](const ControlHandle&, Int in) { scrollByPart(*list, in); });
-        }
-    }
-
-    /// Follows the mouse from the clicked row on. @return The last row.
-    Int dragRows(ListRec& list, Int clicked, bool additive)
-    {
-        Int last = clicked;
-        while (WaitMouseUp()) {
-            const Int v = localMouse(list).v;
-            if (v < list.rView.top)
-                list.scrollTo(list.visible.top - 1);
-            else if (v >= list.rView.bottom)
-                list.scrollTo(list.visible.top + 1);
-            if (list.rowCount() == 0)
-                continue;
-            const Int row = std::clamp<Int>(rowUnder(list, v), 0, list.rowCount() - 1);
-            if (row == last)
-                continue;
-            last = row;
-            if (additive)
-                continue;
-            const bool one = list.selFlags >= lOnlyOne;
-            selectOnly(list, one ? row : std::min(clicked, row), one ? row : std::max(clicked, row));
-        }
-        return last;
-    }
+    return last;
+}
 
 } // namespace
 
-ListRec::ListRec(const Rect& view, const GrafPtr& listPort) : rView(view), window(listPort->window), port(listPort) {}
+ListRec::ListRec(const Rect& view, const GrafPtr& listPort) : rView(view), window(listPort->window), port(listPort) { }
 
 Int ListRec::rows() const { return std::max<Int>(1, rView.height() / std::max<Int>(1, cellSize.v)); }
 Int ListRec::maxTop() const { return std::max<Int>(0, rowCount() - rows()); }
@@ -130,7 +133,7 @@ void ListRec::drawCell(Int row)
     if (ldef) {
         const ListDef def = ldef;
         const Bytes bytes = cells[at(row)];
-        def(lDrawMsg, selected[at(row)], rect, Cell {row, 0}, bytes, shared_from_this());
+        def(lDrawMsg, selected[at(row)], rect, Cell{row, 0}, bytes, shared_from_this());
         return;
     }
     port->fill(rect, port->bkPat, patCopy);
@@ -169,7 +172,7 @@ void ListRec::hilite(Int row, bool on)
     const ViewScope scope(*this);
     const ListDef def = ldef;
     const Bytes bytes = cells[at(row)];
-    def(lHiliteMsg, on, cellRect(row), Cell {row, 0}, bytes, shared_from_this());
+    def(lHiliteMsg, on, cellRect(row), Cell{row, 0}, bytes, shared_from_this());
 }
 
 void ListRec::scrollTo(Int row)
@@ -184,8 +187,8 @@ void ListRec::scrollTo(Int row)
     drawAll();
 }
 
-ListHandle LNew(const Rect& rView, const Rect& dataBounds, Point cellSize, Int, const GrafPtr& given, bool drawIt, bool, bool,
-    bool scrollVert, const ListDef& ldef)
+ListHandle LNew(const Rect& rView, const Rect& dataBounds, Point cellSize, Int, const GrafPtr& given, bool drawIt, bool,
+    bool, bool scrollVert, const ListDef& ldef)
 {
     const GrafPtr port = given ? given : thePort;
     const auto list = std::make_shared<ListRec>(rView, port);
@@ -196,8 +199,8 @@ ListHandle LNew(const Rect& rView, const Rect& dataBounds, Point cellSize, Int, 
     list->dataBounds = {0, 0, 0, std::max<Int>(dataBounds.right, 1)};
     list->ldef = ldef;
     if (scrollVert)
-        list->vScroll = NewControl(port, {rView.top - 1, rView.right, rView.bottom + 1, rView.right + kScrollBarWidth}, {0},
-            drawIt, 0, 0, 0, scrollBarProc, 0);
+        list->vScroll = NewControl(port, {rView.top - 1, rView.right, rView.bottom + 1, rView.right + kScrollBarWidth},
+            {0}, drawIt, 0, 0, 0, scrollBarProc, 0);
     tell(list, lInitMsg);
     list->drawing = drawIt;
     if (dataBounds.bottom > 0)
@@ -206,11 +209,11 @@ ListHandle LNew(const Rect& rView, const Rect& dataBounds, Point cellSize, Int, 
     return list;
 }
 
-ListHandle LNew(const Rect& rView, const Rect& dataBounds, Point cellSize, Int theProc, const WindowPtr& window, bool drawIt,
-    bool hasGrow, bool scrollHoriz, bool scrollVert, const ListDef& ldef)
+ListHandle LNew(const Rect& rView, const Rect& dataBounds, Point cellSize, Int theProc, const WindowPtr& window,
+    bool drawIt, bool hasGrow, bool scrollHoriz, bool scrollVert, const ListDef& ldef)
 {
-    return LNew(rView, dataBounds, cellSize, theProc, window ? window->port : thePort, drawIt, hasGrow, scrollHoriz, scrollVert,
-        ldef);
+    return LNew(rView, dataBounds, cellSize, theProc, window ? window->port : thePort, drawIt, hasGrow, scrollHoriz,
+        scrollVert, ldef);
 }
 
 void LDispose(const ListHandle& list)
@@ -227,7 +230,7 @@ Int LAddRow(Int count, Int rowNum, const ListHandle& list)
         return 0;
     const Int place = std::clamp<Int>(rowNum, 0, list->rowCount());
     if (count > 0) {
-        list->cells.insert(list->cells.begin() + place, at(count), Bytes {});
+        list->cells.insert(list->cells.begin() + place, at(count), Bytes{});
         list->selected.insert(list->selected.begin() + place, at(count), false);
     }
     list->dataBounds.bottom = list->rowCount();
@@ -320,7 +323,7 @@ void LActivate(bool flag, const ListHandle& list)
 void LRect(Rect& rect, Cell cell, const ListHandle& list)
 {
     if (list)
-        rect = list->inView(cell.v) ? list->cellRect(cell.v) : Rect {};
+        rect = list->inView(cell.v) ? list->cellRect(cell.v) : Rect{};
 }
 
 void LScroll(Int, Int dRows, const ListHandle& list)
@@ -336,7 +339,7 @@ void LAutoScroll(const ListHandle& list)
         list->scrollTo(cell.v);
 }
 
-Cell LLastClick(const ListHandle& list) { return list ? list->lastClick : Cell {-1, -1}; }
+Cell LLastClick(const ListHandle& list) { return list ? list->lastClick : Cell{-1, -1}; }
 
 bool LClick(Point local, Int modifiers, const ListHandle& handle)
 {

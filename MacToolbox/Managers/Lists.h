@@ -15,8 +15,8 @@ namespace MacToolbox {
 struct ListRec;
 using ListHandle = std::shared_ptr<ListRec>;
 using Cell = Point;
-/// Draws a cell in place of the built-in text. `lInitMsg` and `lCloseMsg` come with no cell; for `lHiliteMsg` `selected`
-/// is the new state.
+/// Draws a cell in place of the built-in text. `lInitMsg` and `lCloseMsg` come with no cell; for `lHiliteMsg`
+/// `selected` is the new state.
 using ListDef = std::function<void(Int message, bool selected, const Rect& rect, Cell cell,
     std::span<const std::uint8_t> bytes, const ListHandle& list)>;
 
@@ -28,8 +28,8 @@ struct ListRec : std::enable_shared_from_this<ListRec> {
     Rect rView; ///< local, without the scroll bar
     const std::weak_ptr<WindowRecord> window;
     const GrafPtr port;
-    Point indent;   ///< from a cell's top left to the pen of its text
-    Point cellSize; ///< row height in `v`, width in `h`
+    Point indent;             ///< from a cell's top left to the pen of its text
+    Point cellSize;           ///< row height in `v`, width in `h`
     Rect visible{0, 0, 0, 1}; ///< `top` is the first row shown
     ControlHandle vScroll;
     Int selFlags = 0;    ///< 128 or more: one row at a time
@@ -60,12 +60,12 @@ struct ListRec : std::enable_shared_from_this<ListRec> {
     void scrollTo(Int row);
 };
 
-/// A new list. `theProc`, `hasGrow`, `scrollHoriz` and the columns are not looked at. A cell size of 0 is taken from the
-/// view and the font.
-ListHandle LNew(const Rect& rView, const Rect& dataBounds, Point cellSize, Int theProc, const GrafPtr& port, bool drawIt,
-    bool hasGrow, bool scrollHoriz, bool scrollVert, const ListDef& ldef = {});
-ListHandle LNew(const Rect& rView, const Rect& dataBounds, Point cellSize, Int theProc, const WindowPtr& window, bool drawIt,
-    bool hasGrow, bool scrollHoriz, bool scrollVert, const ListDef& ldef = {});
+/// A new list. `theProc`, `hasGrow`, `scrollHoriz` and the columns are not looked at. A cell size of 0 is taken from
+/// the view and the font.
+ListHandle LNew(const Rect& rView, const Rect& dataBounds, Point cellSize, Int theProc, const GrafPtr& port,
+    bool drawIt, bool hasGrow, bool scrollHoriz, bool scrollVert, const ListDef& ldef = {});
+ListHandle LNew(const Rect& rView, const Rect& dataBounds, Point cellSize, Int theProc, const WindowPtr& window,
+    bool drawIt, bool hasGrow, bool scrollHoriz, bool scrollVert, const ListDef& ldef = {});
 void LDispose(const ListHandle& list);
 /// @return The place of the first new row.
 Int LAddRow(Int count, Int rowNum, const ListHandle& list);

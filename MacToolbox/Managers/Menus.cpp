@@ -13,83 +13,83 @@ namespace MacToolbox {
 
 namespace {
 
-    /// What the game thread works on.
-    struct Bar {
-        std::vector<MenuHandle> menus;
-        std::map<Int, MenuHandle> loaded; // by menu id: made by GetMenu, or parked by InsertMenu
-        bool dirty = false;               // changed since the last snapshot
-    };
-    RunState<Bar> sBar;
+/// What the game thread works on.
+struct Bar {
+    std::vector<MenuHandle> menus;
+    std::map<Int, MenuHandle> loaded; // by menu id: made by GetMenu, or parked by InsertMenu
+    bool dirty = false;               // changed since the last snapshot
+};
+RunState<Bar> sBar;
 
-    /// What other threads see. Never destroyed: they may still look while the process ends.
-    struct Published {
-        std::mutex lock;
-        MenuBar::Snapshot snapshot;
-    };
-    Published& published()
-    {
-        static Published& p = *new Published;
-        return p;
+/// What other threads see. Never destroyed: they may still look while the process ends.
+struct Published {
+    std::mutex lock;
+    MenuBar::Snapshot snapshot;
+};
+Published& published()
+{
+    static Published& p = *new Published;
+    return p;
+}
+const AtRunStart sForgetPublished([] {
+    const std::scoped_lock hold(published().lock);
+    published().snapshot = {};
+});
+const AtRunStart sForgetChoice([] { MenuBar::pendingChoice = 0; });
+
+std::uint8_t upper(Int c)
+{
+    const Int low = c & 255;
+    return static_cast<std::uint8_t>(low >= 'a' && low <= 'z' ? low - 32 : low);
+}
+
+MenuHandle inBar(Int id)
+{
+    for (const MenuHandle& menu : sBar->menus)
+        if (menu->menuID == id)
+            return menu;
+    return nullptr;
+}
+
+/// The items of a `MENU`, from the list that starts at `pos` and ends at a zero length byte or with the data.
+void parseItems(MenuRecord& menu, ByteReader in, Int flags)
+{
+    for (Int n = 1; !in.atEnd(); ++n) {
+        const Int length = in.u8();
+        if (length == 0)
+            return;
+        MenuRecord::Item item;
+        item.text = in.raw(std::min(length, I(in.bytes().size()) - in.pos)); // cut at the end of the data
+        item.icon = static_cast<std::uint8_t>(in.u8());
+        item.key = static_cast<std::uint8_t>(in.u8());
+        item.mark = static_cast<std::uint8_t>(in.u8());
+        item.style = static_cast<std::uint8_t>(in.u8());
+        item.enabled = n >= 31 || (flags >> n & 1) != 0;
+        menu.items.push_back(std::move(item));
     }
-    const AtRunStart sForgetPublished([] {
-        const std::scoped_lock hold(published().lock);
-        published().snapshot = {};
-    });
-    const AtRunStart sForgetChoice([] { MenuBar::pendingChoice = 0; });
+}
 
-    std::uint8_t upper(Int c)
-    {
-        const Int low = c & 255;
-        return static_cast<std::uint8_t>(low >= 'a' && low <= 'z' ? low - 32 : low);
-    }
-
-    MenuHandle inBar(Int id)
-    {
-        for (const MenuHandle& menu : sBar->menus)
-            if (menu->menuID == id)
-                return menu;
+/// id (2), 8 bytes not read, enable flags (4), counted title, items. Nil for a block too short to hold a title.
+MenuHandle parseMenu(const Handle& h)
+{
+    if (h->count() < 15)
         return nullptr;
-    }
+    const auto menu = std::make_shared<MenuRecord>(h->s16(0));
+    const Int flags = h->u32(10);
+    menu->enabled = (flags & 1) != 0;
+    menu->title = h->pstr(14);
+    menu->title[0] = static_cast<std::uint8_t>(menu->title.size() - 1); // cut at the end of the data
+    parseItems(*menu, ByteReader(h->bytes, 15 + h->u8(14)), flags);
+    return menu;
+}
 
-    /// The items of a `MENU`, from the list that starts at `pos` and ends at a zero length byte or with the data.
-    void parseItems(MenuRecord& menu, ByteReader in, Int flags)
-    {
-        for (Int n = 1; !in.atEnd(); ++n) {
-            const Int length = in.u8();
-            if (length == 0)
-                return;
-            MenuRecord::Item item;
-            item.text = in.raw(std::min(length, I(in.bytes().size()) - in.pos)); // cut at the end of the data
-            item.icon = static_cast<std::uint8_t>(in.u8());
-            item.key = static_cast<std::uint8_t>(in.u8());
-            item.mark = static_cast<std::uint8_t>(in.u8());
-            item.style = static_cast<std::uint8_t>(in.u8());
-            item.enabled = n >= 31 || (flags >> n & 1) != 0;
-            menu.items.push_back(std::move(item));
-        }
-    }
-
-    /// id (2), 8 bytes not read, enable flags (4), counted title, items. Nil for a block too short to hold a title.
-    MenuHandle parseMenu(const Handle& h)
-    {
-        if (h->count() < 15)
-            return nullptr;
-        const auto menu = std::make_shared<MenuRecord>(h->s16(0));
-        const Int flags = h->u32(10);
-        menu->enabled = (flags & 1) != 0;
-        menu->title = h->pstr(14);
-        menu->title[0] = static_cast<std::uint8_t>(menu->title.size() - 1); // cut at the end of the data
-        parseItems(*menu, ByteReader(h->bytes, 15 + h->u8(14)), flags);
-        return menu;
-    }
-
-    MenuBar::Snapshot freeze(const std::vector<MenuHandle>& menus)
-    {
-        MenuBar::Snapshot snapshot;
-        for (const MenuHandle& menu : menus)
-            snapshot.menus.push_back({menu->menuID, menu->title, menu->enabled, menu->items});
-        return snapshot;
-    }
+MenuBar::Snapshot freeze(const std::vector<MenuHandle>& menus)
+{
+    MenuBar::Snapshot snapshot;
+    for (const MenuHandle& menu : menus)
+        snapshot.menus.push_back({menu->menuID, menu->title, menu->enabled, menu->items});
+    return snapshot;
+}
 
 } // namespace
 
@@ -130,12 +130,13 @@ std::string MenuBar::dump()
     for (const Snapshot::M& menu : published().menus) {
         out += string(menu.title) + (menu.enabled ? "\n" : " -\n");
         for (const MenuRecord::Item& item : menu.items)
-            out += "  " + fromMacRoman(item.text) + (item.enabled ? "" : " -") + (item.mark != noMark ? " *" : "") + "\n";
+            out +=
+                "  " + fromMacRoman(item.text) + (item.enabled ? "" : " -") + (item.mark != noMark ? " *" : "") + "\n";
     }
     return out;
 }
 
-void InitMenus() {}
+void InitMenus() { }
 
 MenuHandle NewMenu(Int id, const Str255& title)
 {
@@ -186,7 +187,8 @@ void InsertMenu(const MenuHandle& menu, Int beforeID)
         sBar->loaded[menu->menuID] = menu;
         return;
     }
-    const auto before = std::find_if(menus.begin(), menus.end(), [&](const MenuHandle& m) { return m->menuID == beforeID; });
+    const auto before =
+        std::find_if(menus.begin(), menus.end(), [&](const MenuHandle& m) { return m->menuID == beforeID; });
     menus.insert(before, menu);
     sBar->dirty = true;
 }

@@ -19,7 +19,7 @@ inline constexpr Int noMark = 0, checkMark = 18;
 
 struct MenuRecord {
     struct Item {
-        Bytes text; ///< Mac OS Roman, no length byte
+        Bytes text;           ///< Mac OS Roman, no length byte
         std::uint8_t key = 0; ///< Command-key character, or 0
         std::uint8_t mark = noMark;
         std::uint8_t style = 0;
@@ -35,7 +35,7 @@ struct MenuRecord {
     std::vector<Item> items;
     bool enabled = true;
 
-    explicit MenuRecord(Int id) : menuID(id) {}
+    explicit MenuRecord(Int id) : menuID(id) { }
     /// Item `n` from 1, or nullptr.
     Item* item(Int n);
 };
@@ -45,30 +45,30 @@ using MenuHandle = std::shared_ptr<MenuRecord>;
 constexpr Int packMenuChoice(Int menuID, Int item) { return menuID << 16 | item; }
 
 namespace MenuBar {
-    /// The bar as of the last DrawMenuBar, in plain values.
-    struct Snapshot {
-        struct M {
-            Int id = 0;
-            Str255 title{0};
-            bool enabled = true;
-            std::vector<MenuRecord::Item> items;
-            bool operator==(const M&) const = default;
-        };
-        std::vector<M> menus;
-        bool operator==(const Snapshot&) const = default;
+/// The bar as of the last DrawMenuBar, in plain values.
+struct Snapshot {
+    struct M {
+        Int id = 0;
+        Str255 title{0};
+        bool enabled = true;
+        std::vector<MenuRecord::Item> items;
+        bool operator==(const M&) const = default;
     };
+    std::vector<M> menus;
+    bool operator==(const Snapshot&) const = default;
+};
 
-    /// The bar from left to right. Game thread only.
-    const std::vector<MenuHandle>& menus();
-    /// The choice that the next MenuSelect answers, or 0. Game thread only.
-    extern Int pendingChoice;
-    /// Publishes a snapshot if anything was changed since the last one, and tells the host if it differs.
-    void syncIfNeeded();
-    /// Any thread.
-    Snapshot published();
-    /// The published bar as UTF-8 text, a line for each menu and item: " -" marks a disabled one, " *" a marked one. Any
-    /// thread.
-    std::string dump();
+/// The bar from left to right. Game thread only.
+const std::vector<MenuHandle>& menus();
+/// The choice that the next MenuSelect answers, or 0. Game thread only.
+extern Int pendingChoice;
+/// Publishes a snapshot if anything was changed since the last one, and tells the host if it differs.
+void syncIfNeeded();
+/// Any thread.
+Snapshot published();
+/// The published bar as UTF-8 text, a line for each menu and item: " -" marks a disabled one, " *" a marked one. Any
+/// thread.
+std::string dump();
 }
 
 void InitMenus();
@@ -83,18 +83,19 @@ void SetMenuBar(const std::vector<MenuHandle>& list);
 void InsertMenu(const MenuHandle& menu, Int beforeID);
 void DeleteMenu(Int id);
 MenuHandle GetMHandle(Int id);
-/// Adds items told in the Menu Manager's own notation: `;` ends an item, `/` key, `!` mark, `^` icon, `<` style, `(` disabled.
+/// Adds items told in the Menu Manager's own notation: `;` ends an item, `/` key, `!` mark, `^` icon, `<` style, `(`
+/// disabled.
 void AppendMenu(const MenuHandle& menu, const Str255& data);
 /// Makes the changes to the bar visible.
 void DrawMenuBar();
 void ClearMenuBar();
-inline void DisposMenu(const MenuHandle&) {}
-inline void DisposeMenu(const MenuHandle&) {}
-inline void AddResMenu(const MenuHandle&, OSType) {}
-inline void HiliteMenu(Int) {}
-inline void FlashMenuBar(Int) {}
-inline void CloseDeskAcc(Int) {}
-inline void SystemClick(const EventRecord&, const std::shared_ptr<WindowRecord>&) {}
+inline void DisposMenu(const MenuHandle&) { }
+inline void DisposeMenu(const MenuHandle&) { }
+inline void AddResMenu(const MenuHandle&, OSType) { }
+inline void HiliteMenu(Int) { }
+inline void FlashMenuBar(Int) { }
+inline void CloseDeskAcc(Int) { }
+inline void SystemClick(const EventRecord&, const std::shared_ptr<WindowRecord>&) { }
 /// Item 0 is the menu itself.
 void EnableItem(const MenuHandle& menu, Int n);
 void DisableItem(const MenuHandle& menu, Int n);

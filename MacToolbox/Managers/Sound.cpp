@@ -12,50 +12,50 @@ namespace MacToolbox {
 
 namespace {
 
-    constexpr Int kHeaderSize = 22;          // of a sampled sound, before its samples
-    constexpr double kDefaultRate = 22254.5454; // Hz, for a header that gives 0
-    constexpr double kLongestVoice = 600;    // seconds; longer ones are timed, but not heard
-    constexpr Int kLongestWait = 0x7FFFFFFF; // ticks, over a year
+constexpr Int kHeaderSize = 22;             // of a sampled sound, before its samples
+constexpr double kDefaultRate = 22254.5454; // Hz, for a header that gives 0
+constexpr double kLongestVoice = 600;       // seconds; longer ones are timed, but not heard
+constexpr Int kLongestWait = 0x7FFFFFFF;    // ticks, over a year
 
-    struct Voice {
-        std::optional<bool> muted; // settled at its first use
-        bool started = false;      // the host has played something
-        std::uint64_t lastId = 0;  // of the sounds of this run
-    };
-    RunState<Voice> sVoice;
+struct Voice {
+    std::optional<bool> muted; // settled at its first use
+    bool started = false;      // the host has played something
+    std::uint64_t lastId = 0;  // of the sounds of this run
+};
+RunState<Voice> sVoice;
 
-    /// The offset of the sound header that the first buffer or sound command points to; -1 if there is none.
-    Int soundHeader(const Handle& snd)
-    {
-        const Int end = snd->count();
-        const Int list = snd->u16(0) == 1 ? 4 + 6 * snd->u16(2) : 4;
-        if (list + 2 > end)
-            return -1;
-        const Int commands = snd->s16(list);
-        for (Int i = 0, at = list + 2; i < commands && at + 8 <= end; ++i, at += 8)
-            if ((snd->u16(at) & ~Int{1}) == 0x8050)
-                return snd->s32(at + 4);
+/// The offset of the sound header that the first buffer or sound command points to; -1 if there is none.
+Int soundHeader(const Handle& snd)
+{
+    const Int end = snd->count();
+    const Int list = snd->u16(0) == 1 ? 4 + 6 * snd->u16(2) : 4;
+    if (list + 2 > end)
         return -1;
-    }
+    const Int commands = snd->s16(list);
+    for (Int i = 0, at = list + 2; i < commands && at + 8 <= end; ++i, at += 8)
+        if ((snd->u16(at) & ~Int{1}) == 0x8050)
+            return snd->s32(at + 4);
+    return -1;
+}
 
-    void callBack(const SndChannelPtr& chan, const SndCommand& command)
-    {
-        const SndCallback callback = chan->callback; // it may replace itself
-        if (callback)
-            callback(chan, command);
-    }
+void callBack(const SndChannelPtr& chan, const SndCommand& command)
+{
+    const SndCallback callback = chan->callback; // it may replace itself
+    if (callback)
+        callback(chan, command);
+}
 
-    /// Game thread: the sound `id` is over, unless another took its place.
-    void soundEnded(const SndChannelPtr& chan, std::uint64_t id)
-    {
-        if (chan->playing != id)
-            return;
-        chan->playing = 0;
-        const std::vector<SndCommand> commands = std::move(chan->pendingCallbacks);
-        chan->pendingCallbacks.clear();
-        for (const SndCommand& command : commands)
-            callBack(chan, command);
-    }
+/// Game thread: the sound `id` is over, unless another took its place.
+void soundEnded(const SndChannelPtr& chan, std::uint64_t id)
+{
+    if (chan->playing != id)
+        return;
+    chan->playing = 0;
+    const std::vector<SndCommand> commands = std::move(chan->pendingCallbacks);
+    chan->pendingCallbacks.clear();
+    for (const SndCommand& command : commands)
+        callBack(chan, command);
+}
 
 } // namespace
 
@@ -75,7 +75,10 @@ std::optional<SampledSound> sampledSound(const Handle& snd)
     return sound;
 }
 
-Int soundTicks(Int sampleCount, double rate) { return static_cast<Int>(static_cast<double>(sampleCount) / rate * 60) + 1; }
+Int soundTicks(Int sampleCount, double rate)
+{
+    return static_cast<Int>(static_cast<double>(sampleCount) / rate * 60) + 1;
+}
 
 bool AudioOut::muted()
 {
@@ -157,7 +160,10 @@ OSErr SndDoCommand(const SndChannelPtr& chan, const SndCommand& command, bool)
     return noErr;
 }
 
-OSErr SndDoImmediate(const SndChannelPtr& chan, const SndCommand& command) { return SndDoCommand(chan, command, false); }
+OSErr SndDoImmediate(const SndChannelPtr& chan, const SndCommand& command)
+{
+    return SndDoCommand(chan, command, false);
+}
 
 void SysBeep(Int)
 {

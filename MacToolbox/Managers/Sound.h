@@ -30,9 +30,9 @@ using SndCallback = std::function<void(const SndChannelPtr& channel, const SndCo
 struct SndChannel {
     Int userInfo = 0; ///< free for the game
     SndCallback callback;
-    Int endTick = 0; ///< tick at which the current sound ends
+    Int endTick = 0;                          ///< tick at which the current sound ends
     std::vector<SndCommand> pendingCallbacks; ///< for the end of the sound
-    std::uint64_t playing = 0; ///< unique id of the current sound; 0 is none
+    std::uint64_t playing = 0;                ///< unique id of the current sound; 0 is none
 };
 
 /// 8-bit unsigned samples, 128 is silence, and their rate in Hz (above 0).
@@ -46,12 +46,12 @@ std::optional<SampledSound> sampledSound(const Handle& snd);
 Int soundTicks(Int sampleCount, double rate);
 
 namespace AudioOut {
-    /// True if this run makes no sound: `WR_MUTE` is "1", or a script plays.
-    bool muted();
-    /// Takes the voice from whatever has it; nothing when muted or for no samples.
-    void play(const SampledSound& sound);
-    /// Cuts the voice off.
-    void stop();
+/// True if this run makes no sound: `WR_MUTE` is "1", or a script plays.
+bool muted();
+/// Takes the voice from whatever has it; nothing when muted or for no samples.
+void play(const SampledSound& sound);
+/// Cuts the voice off.
+void stop();
 }
 
 /// Makes a channel if `chan` is nil, else gives it the callback if there is one. `synth` and `init` are not looked at.
@@ -59,8 +59,8 @@ OSErr SndNewChannel(SndChannelPtr& chan, Int synth, Int init, const SndCallback&
 OSErr SndDisposeChannel(const SndChannelPtr& chan, bool quietNow);
 /// Starts a sound and returns. @return noErr, or -201 for no channel, no handle or no plain sampled sound.
 OSErr SndPlay(const SndChannelPtr& chan, const Handle& snd, bool async);
-/// `callBackCmd` is answered at the end of the sound, or at the next `service` if none plays. @return noErr, or -205 for
-/// no channel.
+/// `callBackCmd` is answered at the end of the sound, or at the next `service` if none plays. @return noErr, or -205
+/// for no channel.
 OSErr SndDoCommand(const SndChannelPtr& chan, const SndCommand& command, bool noWait);
 OSErr SndDoImmediate(const SndChannelPtr& chan, const SndCommand& command);
 /// Asks the host for its beep, unless muted. The duration is not looked at.

@@ -23,8 +23,8 @@ Answer ask(const PanelRequest& request)
 
 } // namespace
 
-void SFGetFile(Point, const Str255&, const FileFilterProc& fileFilter, Int numTypes, const std::vector<OSType>& typeList,
-    std::nullptr_t, SFReply& reply)
+void SFGetFile(Point, const Str255&, const FileFilterProc& fileFilter, Int numTypes,
+    const std::vector<OSType>& typeList, std::nullptr_t, SFReply& reply)
 {
     const auto typesEnd = typeList.begin() + std::clamp<Int>(numTypes, 0, I(typeList.size()));
     PanelRequest request;

@@ -19,14 +19,15 @@ struct SFReply {
 /// True to leave a file out. Called on the main thread while the game thread waits: it may not use the Toolbox.
 using FileFilterProc = std::function<bool(OSType type, const Str255& name)>;
 
-/// Asks for a file to open, and waits for the answer. With a window a panel shows files of the first `numTypes` types of
-/// the list (all, below 1) that the filter does not leave out. Without one the next scripted answer is taken, of
+/// Asks for a file to open, and waits for the answer. With a window a panel shows files of the first `numTypes` types
+/// of the list (all, below 1) that the filter does not leave out. Without one the next scripted answer is taken, of
 /// whatever type, unless the filter leaves it out; no scripted answer counts as Cancel. Game thread.
 void SFGetFile(Point where, const Str255& prompt, const FileFilterProc& fileFilter, Int numTypes,
     const std::vector<OSType>& typeList, std::nullptr_t dlgHook, SFReply& reply);
 
 /// Asks where to save; the file may exist. The name has at most 63 characters. Answers as `SFGetFile`. Game thread.
-/// @param kind  The type that the file is to have: a panel shows files of that type alone, and lets no other be replaced.
+/// @param kind  The type that the file is to have: a panel shows files of that type alone, and lets no other be
+/// replaced.
 ///              0: any.
 void SFPutFile(
     Point where, const Str255& prompt, const Str255& origName, std::nullptr_t dlgHook, SFReply& reply, OSType kind = 0);

@@ -15,93 +15,90 @@ namespace MacToolbox {
 
 namespace {
 
-    constexpr std::uint8_t kReturn = 13, kSpace = 32;
-    constexpr Int kBlink = 32;       // ticks between two changes of the caret
-    constexpr Int kDoubleClick = 30; // ticks
+constexpr std::uint8_t kReturn = 13, kSpace = 32;
+constexpr Int kBlink = 32;       // ticks between two changes of the caret
+constexpr Int kDoubleClick = 30; // ticks
 
-    RunState<Bytes> sScrap;
+RunState<Bytes> sScrap;
 
-    /// The record's font in its port, put back at the end.
-    class FontScope {
-    public:
-        explicit FontScope(const TERec& te)
-            : port_(te.inPort), font_(port_->txFont), face_(port_->txFace), mode_(port_->txMode), size_(port_->txSize)
-        {
-            port_->txFont = te.txFont;
-            port_->txFace = te.txFace;
-            port_->txMode = srcOr;
-            port_->txSize = te.txSize;
-        }
-        ~FontScope() { port_->txFont = font_, port_->txFace = face_, port_->txMode = mode_, port_->txSize = size_; }
-        FontScope(const FontScope&) = delete;
-        FontScope& operator=(const FontScope&) = delete;
-
-    private:
-        const GrafPtr port_;
-        const Int font_, face_, mode_, size_;
-    };
-
-    /// Clips a port to a rectangle as well, until the end of the block.
-    class ViewScope {
-    public:
-        ViewScope(const GrafPtr& port, const Rect& view) : port_(port), saved_(port->clipRgn)
-        {
-            port->clipRgn = std::make_shared<RgnRecord>(saved_->region.intersection(view));
-        }
-        ~ViewScope() { port_->clipRgn = saved_; }
-        ViewScope(const ViewScope&) = delete;
-        ViewScope& operator=(const ViewScope&) = delete;
-
-    private:
-        const GrafPtr port_;
-        const RgnHandle saved_;
-    };
-
-    bool isWordCharacter(std::uint8_t c) { return c >= 33 && c != ',' && c != '.'; }
-
-    std::span<const std::uint8_t> firstOf(std::span<const std::uint8_t> bytes, Int count)
+/// The record's font in its port, put back at the end.
+class FontScope {
+public:
+    explicit FontScope(const TERec& te)
+        : port_(te.inPort), font_(port_->txFont), face_(port_->txFace), mode_(port_->txMode), size_(port_->txSize)
     {
-        return bytes.first(static_cast<std::size_t>(std::clamp<Int>(count, 0, I(bytes.size()))));
+        port_->txFont = te.txFont;
+        port_->txFace = te.txFace;
+        port_->txMode = srcOr;
+        port_->txSize = te.txSize;
     }
+    ~FontScope() { port_->txFont = font_, port_->txFace = face_, port_->txMode = mode_, port_->txSize = size_; }
+    FontScope(const FontScope&) = delete;
+    FontScope& operator=(const FontScope&) = delete;
 
-    /// Takes the selection off, or puts it on, under the view's clip.
-    void takeOff(TERec& te)
+private:
+    const GrafPtr port_;
+    const Int font_, face_, mode_, size_;
+};
+
+/// Clips a port to a rectangle as well, until the end of the block.
+class ViewScope {
+public:
+    ViewScope(const GrafPtr& port, const Rect& view) : port_(port), saved_(port->clipRgn)
     {
-        const ViewScope clip(te.inPort, te.viewRect);
-        if (te.selStart == te.selEnd)
-            te.showCaret(false);
-        else
-            te.hilite();
+        port->clipRgn = std::make_shared<RgnRecord>(saved_->region.intersection(view));
     }
+    ~ViewScope() { port_->clipRgn = saved_; }
+    ViewScope(const ViewScope&) = delete;
+    ViewScope& operator=(const ViewScope&) = delete;
 
-    void putOn(TERec& te)
-    {
-        const ViewScope clip(te.inPort, te.viewRect);
+private:
+    const GrafPtr port_;
+    const RgnHandle saved_;
+};
+
+bool isWordCharacter(std::uint8_t c) { return c >= 33 && c != ',' && c != '.'; }
+
+std::span<const std::uint8_t> firstOf(std::span<const std::uint8_t> bytes, Int count)
+{
+    return bytes.first(static_cast<std::size_t>(std::clamp<Int>(count, 0, I(bytes.size()))));
+}
+
+/// Takes the selection off, or puts it on, under the view's clip.
+void takeOff(TERec& te)
+{
+    const ViewScope clip(te.inPort, te.viewRect);
+    if (te.selStart == te.selEnd)
+        te.showCaret(false);
+    else
         te.hilite();
-    }
+}
 
-    void blink(TERec& te)
-    {
-        const ViewScope clip(te.inPort, te.viewRect);
-        te.showCaret(!te.caretShown);
-    }
+void putOn(TERec& te)
+{
+    const ViewScope clip(te.inPort, te.viewRect);
+    te.hilite();
+}
 
-    void moveCaret(TERec& te, Int offset)
-    {
-        te.selStart = te.selEnd = offset;
-    }
+void blink(TERec& te)
+{
+    const ViewScope clip(te.inPort, te.viewRect);
+    te.showCaret(!te.caretShown);
+}
 
-    void replace(TERec& te, std::span<const std::uint8_t> with)
-    {
-        te.replaceSelection(with);
-        te.redraw();
-    }
+void moveCaret(TERec& te, Int offset) { te.selStart = te.selEnd = offset; }
+
+void replace(TERec& te, std::span<const std::uint8_t> with)
+{
+    te.replaceSelection(with);
+    te.redraw();
+}
 
 } // namespace
 
 TERec::TERec(const Rect& dest, const Rect& view, const GrafPtr& port)
-    : destRect(dest), viewRect(view), txFont(port->txFont), txFace(port->txFace), txMode(port->txMode), txSize(port->txSize),
-      inPort(port), hText(NewHandle(0))
+    : destRect(dest), viewRect(view), txFont(port->txFont), txFace(port->txFace), txMode(port->txMode),
+      txSize(port->txSize), inPort(port), hText(NewHandle(0))
 {
     measureFont();
     calc();
@@ -176,7 +173,8 @@ void TERec::calc()
             beginLine(i + 1);
             continue;
         }
-        const Int next = crOnly < 0 ? 0 : used + FontManager::shared().width(*inPort, chars.subspan(static_cast<std::size_t>(i), 1));
+        const Int next =
+            crOnly < 0 ? 0 : used + FontManager::shared().width(*inPort, chars.subspan(static_cast<std::size_t>(i), 1));
         if (crOnly < 0 || next <= wrap || start >= i) {
             used = next;
             ++i;
@@ -205,7 +203,8 @@ Int TERec::lineLeft(Int line) const
 
 Int TERec::lineOf(Int offset) const
 {
-    const auto next = lineStarts.empty() ? lineStarts.end() : std::upper_bound(lineStarts.begin() + 1, lineStarts.end(), offset);
+    const auto next =
+        lineStarts.empty() ? lineStarts.end() : std::upper_bound(lineStarts.begin() + 1, lineStarts.end(), offset);
     if (next == lineStarts.end())
         return std::max<Int>(nLines() - 1, 0);
     return I(next - lineStarts.begin()) - 1;
@@ -268,7 +267,7 @@ void TERec::hilite()
     const Int firstLine = lineOf(a), lastLine = lineOf(b);
     for (Int line = firstLine; line <= lastLine; ++line) {
         const Int top = destRect.top + line * lineHeight;
-        const Rect band {top, line == firstLine ? pointOf(a).h : lineLeft(line), top + lineHeight,
+        const Rect band{top, line == firstLine ? pointOf(a).h : lineLeft(line), top + lineHeight,
             line == lastLine ? pointOf(b).h : viewRect.right};
         inPort->fill(band, Pattern::black, patXor);
     }
@@ -279,7 +278,7 @@ void TERec::showCaret(bool on)
     if (caretShown == on)
         return;
     const Place place = pointOf(selStart);
-    const Rect caret {place.top, place.h - 1, place.top + lineHeight, place.h};
+    const Rect caret{place.top, place.h - 1, place.top + lineHeight, place.h};
     inPort->fill(caret.intersection(viewRect), Pattern::black, patXor);
     caretShown = on;
     caretTime = TickCount();
@@ -342,7 +341,10 @@ void TEScrap::fromPasteboard()
     bytes() = macRoman(*text);
 }
 
-TEHandle TENew(const Rect& destRect, const Rect& viewRect) { return std::make_shared<TERec>(destRect, viewRect, thePort); }
+TEHandle TENew(const Rect& destRect, const Rect& viewRect)
+{
+    return std::make_shared<TERec>(destRect, viewRect, thePort);
+}
 
 void TESetText(std::span<const std::uint8_t> text, Int length, const TEHandle& te)
 {

@@ -30,7 +30,7 @@ struct TERec {
     Int crOnly = 0; ///< negative: lines break at carriage returns only
     Int txFont = 0, txFace = 0, txMode = 1, txSize = 0;
     const GrafPtr inPort;
-    Handle hText; ///< shared with whoever gave it
+    Handle hText;                   ///< shared with whoever gave it
     std::optional<Int> lenOverride; ///< reported as the length if present
     std::vector<Int> lineStarts;    ///< offsets of line starts, then the text length
     bool autoView = false;          ///< scrolls the selection into view
@@ -82,13 +82,13 @@ using TEHandle = std::shared_ptr<TERec>;
 
 /// The text scrap, a mirror of the host's pasteboard.
 namespace TEScrap {
-    Bytes& bytes();
-    void toPasteboard();   ///< does not wait
-    void fromPasteboard(); ///< line feeds become carriage returns; unchanged if the pasteboard holds no text
+Bytes& bytes();
+void toPasteboard();   ///< does not wait
+void fromPasteboard(); ///< line feeds become carriage returns; unchanged if the pasteboard holds no text
 }
 
-inline void TEInit() {}
-inline void TEDispose(const TEHandle&) {}
+inline void TEInit() { }
+inline void TEDispose(const TEHandle&) { }
 /// A new record on `thePort`, in its font.
 TEHandle TENew(const Rect& destRect, const Rect& viewRect);
 /// A copy of the first `length` bytes becomes the text, the caret behind it. Draws nothing.

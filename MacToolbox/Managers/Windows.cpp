@@ -12,92 +12,89 @@ namespace MacToolbox {
 
 namespace {
 
-    constexpr Int kTitleBar = 19;      // rows above the content, with the line under them
-    constexpr Int kMenuBar = 20;
-    constexpr Int kWindSize = 18;      // of a `WIND`, before its title
+constexpr Int kTitleBar = 19; // rows above the content, with the line under them
+constexpr Int kMenuBar = 20;
+constexpr Int kWindSize = 18; // of a `WIND`, before its title
 
-    RunState<WindowManager> sWindows;
+RunState<WindowManager> sWindows;
 
-    /// A fresh port on the whole screen, in global coordinates.
-    GrafPtr screenPort() { return std::make_shared<GrafPort>(Screen::shared().bits); }
+/// A fresh port on the whole screen, in global coordinates.
+GrafPtr screenPort() { return std::make_shared<GrafPort>(Screen::shared().bits); }
 
-    BitMap contentBits(const Rect& bounds)
-    {
-        BitMap bits = Screen::shared().bits;
-        bits.bounds.offset(-bounds.left, -bounds.top);
-        return bits;
+BitMap contentBits(const Rect& bounds)
+{
+    BitMap bits = Screen::shared().bits;
+    bits.bounds.offset(-bounds.left, -bounds.top);
+    return bits;
+}
+
+Rect grown(const Rect& r, Int by) { return {r.top - by, r.left - by, r.bottom + by, r.right + by}; }
+
+Int frameKind(Int procID) { return procID & 15; }
+
+/// A double box: one pixel at the outer edge, and a band of three inside a white gap.
+void drawDialogFrame(GrafPort& port, const WindowRecord& w)
+{
+    port.fill(w.structRect(), port.bkPat, patCopy);
+    port.frameRect(grown(w.contentRect, 8));
+    port.pnSize = {3, 3};
+    port.frameRect(grown(w.contentRect, 6));
+}
+
+void drawShadow(GrafPort& port, const Rect& c)
+{
+    port.fill(Rect{c.bottom + 1, c.left + 1, c.bottom + 3, c.right + 3}, port.pnPat, port.pnMode);
+    port.fill(Rect{c.top + 1, c.right + 1, c.bottom + 3, c.right + 3}, port.pnPat, port.pnMode);
+}
+
+void drawTitle(GrafPort& port, const WindowRecord& w)
+{
+    const auto title = characters(w.title);
+    if (title.empty())
+        return;
+    const Rect& c = w.contentRect;
+    port.txFont = systemFont;
+    port.txSize = 12;
+    const Int width = FontManager::shared().width(port, title);
+    const Int middle = (c.left + c.right) / 2;
+    port.fill(Rect{c.top - 18, middle - width / 2 - 6, c.top - 1, middle + width / 2 + 6}, port.bkPat, patCopy);
+    port.pnLoc = {c.top - 5, middle - width / 2};
+    FontManager::shared().draw(port, title);
+}
+
+void drawDocumentFrame(GrafPort& port, const WindowRecord& w)
+{
+    const Rect& c = w.contentRect;
+    const Rect bar{c.top - kTitleBar, c.left - 1, c.top, c.right + 1};
+    port.fill(bar, port.bkPat, patCopy);
+    port.frameRect({bar.top, bar.left, c.bottom + 1, bar.right});
+    port.frameRect(bar);
+    if (w.hilited)
+        for (Int y = c.top - 16; y <= c.top - 4; y += 2)
+            port.fill(Rect{y, c.left + 1, y + 1, c.right - 1}, port.pnPat, port.pnMode);
+    drawTitle(port, w);
+}
+
+void drawFrame(const WindowRecord& w, const Region& clip)
+{
+    const GrafPtr port = screenPort();
+    port->clipRgn = std::make_shared<RgnRecord>(clip.subtracting(Region(w.contentRect)));
+    switch (frameKind(w.procID)) {
+    case dBoxProc: drawDialogFrame(*port, w); break;
+    case plainDBoxProc: port->frameRect(grown(w.contentRect, 1)); break;
+    case altDBoxProc:
+        port->frameRect(grown(w.contentRect, 1));
+        drawShadow(*port, w.contentRect);
+        break;
+    default: drawDocumentFrame(*port, w);
     }
+}
 
-    Rect grown(const Rect& r, Int by) { return {r.top - by, r.left - by, r.bottom + by, r.right + by}; }
+/// The window of the current port, or nil.
+WindowPtr portWindow() { return thePort->window.lock(); }
 
-    Int frameKind(Int procID) { return procID & 15; }
-
-    /// A double box: one pixel at the outer edge, and a band of three inside a white gap.
-    void drawDialogFrame(GrafPort& port, const WindowRecord& w)
-    {
-        port.fill(w.structRect(), port.bkPat, patCopy);
-        port.frameRect(grown(w.contentRect, 8));
-        port.pnSize = {3, 3};
-        port.frameRect(grown(w.contentRect, 6));
-    }
-
-    void drawShadow(GrafPort& port, const Rect& c)
-    {
-        port.fill(Rect {c.bottom + 1, c.left + 1, c.bottom + 3, c.right + 3}, port.pnPat, port.pnMode);
-        port.fill(Rect {c.top + 1, c.right + 1, c.bottom + 3, c.right + 3}, port.pnPat, port.pnMode);
-    }
-
-    void drawTitle(GrafPort& port, const WindowRecord& w)
-    {
-        const auto title = characters(w.title);
-        if (title.empty())
-            return;
-        const Rect& c = w.contentRect;
-        port.txFont = systemFont;
-        port.txSize = 12;
-        const Int width = FontManager::shared().width(port, title);
-        const Int middle = (c.left + c.right) / 2;
-        port.fill(Rect {c.top - 18, middle - width / 2 - 6, c.top - 1, middle + width / 2 + 6}, port.bkPat, patCopy);
-        port.pnLoc = {c.top - 5, middle - width / 2};
-        FontManager::shared().draw(port, title);
-    }
-
-    void drawDocumentFrame(GrafPort& port, const WindowRecord& w)
-    {
-        const Rect& c = w.contentRect;
-        const Rect bar {c.top - kTitleBar, c.left - 1, c.top, c.right + 1};
-        port.fill(bar, port.bkPat, patCopy);
-        port.frameRect({bar.top, bar.left, c.bottom + 1, bar.right});
-        port.frameRect(bar);
-        if (w.hilited)
-            for (Int y = c.top - 16; y <= c.top - 4; y += 2)
-                port.fill(Rect {y, c.left + 1, y + 1, c.right - 1}, port.pnPat, port.pnMode);
-        drawTitle(port, w);
-    }
-
-    void drawFrame(const WindowRecord& w, const Region& clip)
-    {
-        const GrafPtr port = screenPort();
-        port->clipRgn = std::make_shared<RgnRecord>(clip.subtracting(Region(w.contentRect)));
-        switch (frameKind(w.procID)) {
-        case dBoxProc: drawDialogFrame(*port, w); break;
-        case plainDBoxProc: port->frameRect(grown(w.contentRect, 1)); break;
-        case altDBoxProc:
-            port->frameRect(grown(w.contentRect, 1));
-            drawShadow(*port, w.contentRect);
-            break;
-        default: drawDocumentFrame(*port, w);
-        }
-    }
-
-    /// The window of the current port, or nil.
-    WindowPtr portWindow() { return thePort->window.lock(); }
-
-    /// From the local coordinates of a port to global ones.
-    Point toGlobal(const GrafPort& port)
-    {
-        return {-port.portBits.bounds.top, -port.portBits.bounds.left};
-    }
+/// From the local coordinates of a port to global ones.
+Point toGlobal(const GrafPort& port) { return {-port.portBits.bounds.top, -port.portBits.bounds.left}; }
 
 } // namespace
 
@@ -128,7 +125,10 @@ Point WindowRecord::toLocal(Point global) const
 
 WindowManager& WindowManager::shared() { return *sWindows; }
 
-bool WindowManager::contains(const WindowPtr& w) const { return std::find(windows.begin(), windows.end(), w) != windows.end(); }
+bool WindowManager::contains(const WindowPtr& w) const
+{
+    return std::find(windows.begin(), windows.end(), w) != windows.end();
+}
 
 void WindowManager::add(const WindowPtr& w, const WindowPtr& behind)
 {
@@ -268,10 +268,10 @@ WindowPtr WindowManager::windowAt(Point global) const
     return nullptr;
 }
 
-void InitWindows() {}
+void InitWindows() { }
 
-WindowPtr NewWindow(const void*, const Rect& bounds, const Str255& title, bool visible, Int procID, const WindowPtr& behind,
-    bool goAway, Int refCon)
+WindowPtr NewWindow(const void*, const Rect& bounds, const Str255& title, bool visible, Int procID,
+    const WindowPtr& behind, bool goAway, Int refCon)
 {
     const WindowPtr w = makeWindow<WindowRecord>(bounds, procID);
     w->title = title;
@@ -288,11 +288,14 @@ WindowPtr GetNewWindow(Int id, const void* storage, const WindowPtr& behind)
     const Handle h = GetResource(os("WIND"), id);
     if (!h || h->count() < kWindSize)
         return nullptr;
-    const Str255 title = h->count() > kWindSize ? h->pstr(kWindSize) : Str255 {0};
+    const Str255 title = h->count() > kWindSize ? h->pstr(kWindSize) : Str255{0};
     return NewWindow(storage, h->rect(0), title, h->s16(10) != 0, h->s16(8), behind, h->s16(12) != 0, h->s32(14));
 }
 
-WindowPtr GetNewCWindow(Int id, const void* storage, const WindowPtr& behind) { return GetNewWindow(id, storage, behind); }
+WindowPtr GetNewCWindow(Int id, const void* storage, const WindowPtr& behind)
+{
+    return GetNewWindow(id, storage, behind);
+}
 
 void CloseWindow(const WindowPtr& w) { WindowManager::shared().close(w); }
 void DisposeWindow(const WindowPtr& w) { CloseWindow(w); }

@@ -24,17 +24,17 @@ inline constexpr Int inDesk = 0, inMenuBar = 1, inSysWindow = 2, inContent = 3, 
 
 /// One window. Made by `makeWindow`, `NewWindow` or `GetNewWindow`, which also join its port to it.
 struct WindowRecord {
-    const GrafPtr port;  ///< onto the screen's block; local (0, 0) is the content's top left
-    const Int procID;    ///< the low 4 bits select the frame
+    const GrafPtr port; ///< onto the screen's block; local (0, 0) is the content's top left
+    const Int procID;   ///< the low 4 bits select the frame
     bool visible = false;
     bool hilited = false; ///< draws the stripes of a title bar
     Str255 title{0};
     Int refCon = 0;
     Int windowKind = userKind;
-    bool goAwayFlag = false; ///< kept only
-    Rect contentRect;        ///< global
-    Region updateRgn;        ///< global
-    std::optional<Region> savedVis; ///< the `visRgn` held from BeginUpdate to EndUpdate
+    bool goAwayFlag = false;                              ///< kept only
+    Rect contentRect;                                     ///< global
+    Region updateRgn;                                     ///< global
+    std::optional<Region> savedVis;                       ///< the `visRgn` held from BeginUpdate to EndUpdate
     std::vector<std::shared_ptr<ControlRecord>> controls; ///< newest first; the Control Manager's
 
     /// @param bounds  The content, in global coordinates.
@@ -51,8 +51,7 @@ struct WindowRecord {
 };
 
 /// A new invisible window record of class `Record`, in no list yet, with its port joined to it.
-template <typename Record>
-std::shared_ptr<Record> makeWindow(const Rect& bounds, Int procID)
+template <typename Record> std::shared_ptr<Record> makeWindow(const Rect& bounds, Int procID)
 {
     const auto window = std::make_shared<Record>(bounds, procID);
     window->port->window = window;
@@ -67,9 +66,9 @@ public:
         bool active; ///< false is a deactivation
     };
 
-    std::vector<WindowPtr> windows;           ///< front first, the invisible ones too
-    std::deque<Activation> pendingActivates;  ///< oldest first; the Event Manager takes them
-    WindowPtr lastActive;                     ///< the window last told that it is active
+    std::vector<WindowPtr> windows;          ///< front first, the invisible ones too
+    std::deque<Activation> pendingActivates; ///< oldest first; the Event Manager takes them
+    WindowPtr lastActive;                    ///< the window last told that it is active
     Pattern desktop = Pattern::gray;
 
     static WindowManager& shared();
@@ -111,19 +110,19 @@ void BringToFront(const WindowPtr& w);
 void MoveWindow(const WindowPtr& w, Int h, Int v, bool front);
 /// The first visible window, or nil.
 WindowPtr FrontWindow();
-void HiliteWindow(const WindowPtr& w, bool hilite); ///< no drawing
+void HiliteWindow(const WindowPtr& w, bool hilite);      ///< no drawing
 void SetWTitle(const WindowPtr& w, const Str255& title); ///< shows at the next relayout
 void GetWTitle(const WindowPtr& w, Str255& title);
 void SetWRefCon(const WindowPtr& w, Int value);
 Int GetWRefCon(const WindowPtr& w);
-inline void DrawGrowIcon(const WindowPtr&) {}
-inline void DragWindow(const WindowPtr&, Point, const Rect&) {}
+inline void DrawGrowIcon(const WindowPtr&) { }
+inline void DragWindow(const WindowPtr&, Point, const Rect&) { }
 inline bool TrackGoAway(const WindowPtr&, Point) { return false; }
 /// A new region of the whole screen.
 RgnHandle GetGrayRgn();
 
 // On the window of `thePort`; nothing for a port without one. Local coordinates.
-void InvalRect(const Rect& r); ///< clipped to the content
+void InvalRect(const Rect& r);       ///< clipped to the content
 void InvalRgn(const RgnHandle& rgn); ///< not clipped
 void ValidRect(const Rect& r);
 

@@ -3,7 +3,7 @@
 namespace MacToolbox {
 
 BitMap::BitMap(const Rect& mapBounds)
-    : rowBytes(std::max<Int>((mapBounds.width() + 15) >> 3 & ~Int {1}, 0)), bounds(mapBounds)
+    : rowBytes(std::max<Int>((mapBounds.width() + 15) >> 3 & ~Int{1}, 0)), bounds(mapBounds)
 {
     baseAddr = NewHandle(rowBytes * std::max<Int>(mapBounds.height(), 0));
 }

@@ -18,7 +18,9 @@ struct BitMap {
     explicit BitMap(const Rect& mapBounds);
     /// Wraps existing bytes.
     BitMap(Handle block, Int firstByte, Int bytesPerRow, const Rect& mapBounds)
-        : baseAddr(std::move(block)), offset(firstByte), rowBytes(bytesPerRow), bounds(mapBounds) {}
+        : baseAddr(std::move(block)), offset(firstByte), rowBytes(bytesPerRow), bounds(mapBounds)
+    {
+    }
 
     /// False outside `bounds` or without pixels.
     bool get(Int h, Int v) const;

@@ -10,7 +10,7 @@ namespace MacToolbox {
 /// that it was cut with must outlive it.
 class ClipArea {
 public:
-    explicit ClipArea(const Rect& box) : box_(box) {}
+    explicit ClipArea(const Rect& box) : box_(box) { }
     /// What the port's regions leave of its bitmap.
     explicit ClipArea(const GrafPort& port) : box_(port.portBits.bounds) { cut(port); }
     ClipArea(const ClipArea&) = delete;
@@ -39,23 +39,19 @@ public:
     Region region() const { return complex_ == nullptr ? Region(box_) : complex_->intersection(box_); }
 
     /// Calls `visit(Rect)` for rectangles that make up the area, none above one visited before it.
-    template <typename Visit>
-    void forEachRect(Visit&& visit) const
-    {
-        forEachRect(box_, visit);
-    }
+    template <typename Visit> void forEachRect(Visit&& visit) const { forEachRect(box_, visit); }
     /// The same for the part of the area in `within`, which lies inside the box.
-    template <typename Visit>
-    void forEachRect(const Rect& within, Visit&& visit) const
+    template <typename Visit> void forEachRect(const Rect& within, Visit&& visit) const
     {
         if (within.isEmpty())
             return;
         if (complex_ == nullptr)
             return visit(within);
         complex_->forEachBand(within.top, within.bottom, [&](Int top, Int bottom, Region::Row row) {
-            const Rect band {std::max(top, within.top), within.left, std::min(bottom, within.bottom), within.right};
+            const Rect band{std::max(top, within.top), within.left, std::min(bottom, within.bottom), within.right};
             for (std::size_t i = 0; i + 1 < row.size(); i += 2) {
-                const Rect r {band.top, std::max(I(row[i]), band.left), band.bottom, std::min(I(row[i + 1]), band.right)};
+                const Rect r{
+                    band.top, std::max(I(row[i]), band.left), band.bottom, std::min(I(row[i + 1]), band.right)};
                 if (r.left < r.right)
                     visit(r);
             }

@@ -10,34 +10,34 @@ namespace MacToolbox {
 
 namespace {
 
-    /// A copy of the pixels of `map` around `part`, with the same coordinates; they are good until the next snapshot.
-    BitMap snapshot(const BitMap& map, const Rect& part)
-    {
-        static const Handle& block = *new Handle(NewHandle(0));
-        const Rect rows = map.bounds.intersection(part);
-        const Int used = (map.bounds.width() + 7) >> 3;
-        if (rows.isEmpty())
-            return {};
-        const Int first = map.offset + (rows.top - map.bounds.top) * map.rowBytes;
-        const Int length = (rows.height() - 1) * map.rowBytes + used;
-        if (map.offset < 0 || map.rowBytes < used || first > map.baseAddr->count() - length) { // an odd map: all of it
-            block->bytes = map.baseAddr->bytes;
-            return {block, map.offset, map.rowBytes, map.bounds};
-        }
-        const auto from = map.baseAddr->bytes.begin() + first;
-        block->bytes.assign(from, from + length);
-        return {block, 0, map.rowBytes, {rows.top, map.bounds.left, rows.bottom, map.bounds.right}};
+/// A copy of the pixels of `map` around `part`, with the same coordinates; they are good until the next snapshot.
+BitMap snapshot(const BitMap& map, const Rect& part)
+{
+    static const Handle& block = *new Handle(NewHandle(0));
+    const Rect rows = map.bounds.intersection(part);
+    const Int used = (map.bounds.width() + 7) >> 3;
+    if (rows.isEmpty())
+        return {};
+    const Int first = map.offset + (rows.top - map.bounds.top) * map.rowBytes;
+    const Int length = (rows.height() - 1) * map.rowBytes + used;
+    if (map.offset < 0 || map.rowBytes < used || first > map.baseAddr->count() - length) { // an odd map: all of it
+        block->bytes = map.baseAddr->bytes;
+        return {block, map.offset, map.rowBytes, map.bounds};
     }
+    const auto from = map.baseAddr->bytes.begin() + first;
+    block->bytes.assign(from, from + length);
+    return {block, 0, map.rowBytes, {rows.top, map.bounds.left, rows.bottom, map.bounds.right}};
+}
 
-    /// The part of `dst` that a copy into `dstRect` by this port may touch. `area` begins as that rectangle.
-    void cutForCopy(ClipArea& area, const GrafPort& port, const BitMap& dst)
-    {
-        area.cut(dst.bounds);
-        if (dst.sameStorage(port.portBits) && dst.bounds == port.portBits.bounds)
-            area.cut(port);
-    }
+/// The part of `dst` that a copy into `dstRect` by this port may touch. `area` begins as that rectangle.
+void cutForCopy(ClipArea& area, const GrafPort& port, const BitMap& dst)
+{
+    area.cut(dst.bounds);
+    if (dst.sameStorage(port.portBits) && dst.bounds == port.portBits.bounds)
+        area.cut(port);
+}
 
-    constexpr RasterOp kPlainCopy {};
+constexpr RasterOp kPlainCopy{};
 
 } // namespace
 
@@ -81,8 +81,8 @@ void GrafPort::copyMask(const BitMap& src, const BitMap& mask, const BitMap& dst
     if (!dst.baseAddr)
         return;
 
-    const Point toSrc {srcRect.top - dstRect.top, srcRect.left - dstRect.left};
-    const Point toMask {maskRect.top - dstRect.top, maskRect.left - dstRect.left};
+    const Point toSrc{srcRect.top - dstRect.top, srcRect.left - dstRect.left};
+    const Point toMask{maskRect.top - dstRect.top, maskRect.left - dstRect.left};
     if (src.baseAddr != dst.baseAddr && mask.baseAddr != dst.baseAddr) {
         area.forEachRect([&](const Rect& r) {
             maskPixels(dst, r, src, {r.top + toSrc.v, r.left + toSrc.h}, mask, {r.top + toMask.v, r.left + toMask.h});
@@ -122,8 +122,8 @@ Region GrafPort::scrollRect(const Rect& r, Int dh, Int dv)
     return update;
 }
 
-void CopyBits(const BitMap& src, const BitMap& dst, const Rect& srcRect, const Rect& dstRect, Int mode,
-    const RgnHandle& maskRgn)
+void CopyBits(
+    const BitMap& src, const BitMap& dst, const Rect& srcRect, const Rect& dstRect, Int mode, const RgnHandle& maskRgn)
 {
     thePort->copyBits(src, dst, srcRect, dstRect, mode, maskRgn);
 }
@@ -143,32 +143,32 @@ void ScrollRect(const Rect& r, Int dh, Int dv, const RgnHandle& updateRgn)
 
 namespace {
 
-    /// The white pixels of `area` from which white leads to its border, one flag a pixel, row after row.
-    std::vector<bool> floodFromBorder(const BitMap& src, const Rect& area)
-    {
-        const Int width = area.width(), height = area.height();
-        std::vector<bool> reached(static_cast<std::size_t>(width * height));
-        std::vector<Point> pending;
-        const auto visit = [&](Int x, Int y) {
-            if (x < 0 || y < 0 || x >= width || y >= height)
-                return;
-            auto flag = reached[static_cast<std::size_t>(y * width + x)];
-            if (flag || src.get(area.left + x, area.top + y))
-                return;
-            flag = true;
-            pending.push_back({y, x});
-        };
-        for (Int x = 0; x < width; ++x)
-            visit(x, 0), visit(x, height - 1);
-        for (Int y = 0; y < height; ++y)
-            visit(0, y), visit(width - 1, y);
-        while (!pending.empty()) {
-            const Point p = pending.back();
-            pending.pop_back();
-            visit(p.h + 1, p.v), visit(p.h - 1, p.v), visit(p.h, p.v + 1), visit(p.h, p.v - 1);
-        }
-        return reached;
+/// The white pixels of `area` from which white leads to its border, one flag a pixel, row after row.
+std::vector<bool> floodFromBorder(const BitMap& src, const Rect& area)
+{
+    const Int width = area.width(), height = area.height();
+    std::vector<bool> reached(static_cast<std::size_t>(width * height));
+    std::vector<Point> pending;
+    const auto visit = [&](Int x, Int y) {
+        if (x < 0 || y < 0 || x >= width || y >= height)
+            return;
+        auto flag = reached[static_cast<std::size_t>(y * width + x)];
+        if (flag || src.get(area.left + x, area.top + y))
+            return;
+        flag = true;
+        pending.push_back({y, x});
+    };
+    for (Int x = 0; x < width; ++x)
+        visit(x, 0), visit(x, height - 1);
+    for (Int y = 0; y < height; ++y)
+        visit(0, y), visit(width - 1, y);
+    while (!pending.empty()) {
+        const Point p = pending.back();
+        pending.pop_back();
+        visit(p.h + 1, p.v), visit(p.h - 1, p.v), visit(p.h, p.v + 1), visit(p.h, p.v - 1);
     }
+    return reached;
+}
 
 } // namespace
 

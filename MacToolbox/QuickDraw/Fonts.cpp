@@ -83,51 +83,50 @@ FontManager::Choice FontManager::strike(Int family, Int size, Int face)
 
 namespace {
 
-    struct SizeEntry {
-        Int size, style, id;
-    };
+struct SizeEntry {
+    Int size, style, id;
+};
 
-    std::vector<SizeEntry> sizeEntries(const Handle& fond)
-    {
-        std::vector<SizeEntry> entries;
-        if (!fond || fond->count() <= 54)
-            return entries;
-        ByteReader in(fond->bytes, 52);
-        for (Int left = in.s16() + 1; left > 0 && in.pos + 6 <= I(in.bytes().size()); --left) {
-            const Int size = in.s16(), style = in.s16(), id = in.s16();
-            entries.push_back({size, style, id});
-        }
+std::vector<SizeEntry> sizeEntries(const Handle& fond)
+{
+    std::vector<SizeEntry> entries;
+    if (!fond || fond->count() <= 54)
         return entries;
+    ByteReader in(fond->bytes, 52);
+    for (Int left = in.s16() + 1; left > 0 && in.pos + 6 <= I(in.bytes().size()); --left) {
+        const Int size = in.s16(), style = in.s16(), id = in.s16();
+        entries.push_back({size, style, id});
     }
+    return entries;
+}
 
-    /// The entry of the size nearest to the one wanted, in the style wanted or else plain.
-    const SizeEntry* bestEntry(const std::vector<SizeEntry>& entries, Int size, Int style)
-    {
-        const auto nearest = std::min_element(entries.begin(), entries.end(), [size](const auto& a, const auto& b) {
-            return std::abs(a.size - size) < std::abs(b.size - size);
-        });
-        for (const Int wanted : {style, Int {normal}})
-            for (const SizeEntry& entry : entries)
-                if (entry.size == nearest->size && entry.style == wanted)
-                    return &entry;
-        return nullptr;
-    }
+/// The entry of the size nearest to the one wanted, in the style wanted or else plain.
+const SizeEntry* bestEntry(const std::vector<SizeEntry>& entries, Int size, Int style)
+{
+    const auto nearest = std::min_element(entries.begin(), entries.end(),
+        [size](const auto& a, const auto& b) { return std::abs(a.size - size) < std::abs(b.size - size); });
+    for (const Int wanted : {style, Int{normal}})
+        for (const SizeEntry& entry : entries)
+            if (entry.size == nearest->size && entry.style == wanted)
+                return &entry;
+    return nullptr;
+}
 
-    /// The number of the resource FONT of the family whose size is nearest, or nothing.
-    std::optional<Int> nearestFont(Int family, Int size)
-    {
-        std::optional<Int> best;
-        for (Int s = 1; s <= 127; ++s)
-            if ((!best || std::abs(s - size) < std::abs(*best - size))
-                && ResourceManager::shared().exists(os("FONT"), family * 128 + s))
-                best = s;
-        return best ? std::optional(family * 128 + *best) : std::nullopt;
-    }
+/// The number of the resource FONT of the family whose size is nearest, or nothing.
+std::optional<Int> nearestFont(Int family, Int size)
+{
+    std::optional<Int> best;
+    for (Int s = 1; s <= 127; ++s)
+        if ((!best || std::abs(s - size) < std::abs(*best - size))
+            && ResourceManager::shared().exists(os("FONT"), family * 128 + s))
+            best = s;
+    return best ? std::optional(family * 128 + *best) : std::nullopt;
+}
 
-    std::shared_ptr<const FontStrike> parse(const Handle& h, Int ownFace)
-    {
-        return h ? FontStrike::parse(h->bytes, ownFace) : nullptr;
-    }
+std::shared_ptr<const FontStrike> parse(const Handle& h, Int ownFace)
+{
+    return h ? FontStrike::parse(h->bytes, ownFace) : nullptr;
+}
 
 } // namespace
 
@@ -157,97 +156,95 @@ Int FontManager::extraWidth(Int face)
 
 namespace {
 
-    /// A blank glyph of that size, elsewhere like `like`. One too large to be drawn gets no columns.
-    StyledGlyph blank(const StyledGlyph& like, Int width, Int height)
-    {
-        constexpr Int kMostPixels = 1 << 17;
-        StyledGlyph g;
-        g.left = like.left, g.top = like.top, g.advance = like.advance;
-        g.height = height; // the same for all of a strike, also without any pixels
-        g.width = width > 0 && width <= kMostPixels / std::max<Int>(height, 1) ? width : 0;
-        g.words.resize(static_cast<std::size_t>(g.columns() * g.columnHeight()));
-        return g;
-    }
+/// A blank glyph of that size, elsewhere like `like`. One too large to be drawn gets no columns.
+StyledGlyph blank(const StyledGlyph& like, Int width, Int height)
+{
+    constexpr Int kMostPixels = 1 << 17;
+    StyledGlyph g;
+    g.left = like.left, g.top = like.top, g.advance = like.advance;
+    g.height = height; // the same for all of a strike, also without any pixels
+    g.width = width > 0 && width <= kMostPixels / std::max<Int>(height, 1) ? width : 0;
+    g.words.resize(static_cast<std::size_t>(g.columns() * g.columnHeight()));
+    return g;
+}
 
-    /// A glyph of that size with the pixels for which `on(x, y)` holds.
-    template <typename Test>
-    StyledGlyph drawn(const StyledGlyph& like, Int width, Int height, Test&& on)
-    {
-        StyledGlyph g = blank(like, width, height);
-        for (Int y = 0; y < g.height; ++y)
-            for (Int x = 0; x < g.width; ++x)
-                if (on(x, y))
-                    g.setBit(x, y);
-        return g;
-    }
+/// A glyph of that size with the pixels for which `on(x, y)` holds.
+template <typename Test> StyledGlyph drawn(const StyledGlyph& like, Int width, Int height, Test&& on)
+{
+    StyledGlyph g = blank(like, width, height);
+    for (Int y = 0; y < g.height; ++y)
+        for (Int x = 0; x < g.width; ++x)
+            if (on(x, y))
+                g.setBit(x, y);
+    return g;
+}
 
-    StyledGlyph plainGlyph(const FontStrike& strike, Int index, Int face)
-    {
-        const auto i = static_cast<std::size_t>(index);
-        StyledGlyph g;
-        g.left = strike.kernMax + (strike.ow[i] >> 8 & 0xFF);
-        g.top = -strike.ascent;
-        g.advance = (strike.ow[i] & 0xFF) + FontManager::extraWidth(face);
-        const Int from = strike.loc[i], rowBits = strike.rowBytes * 8;
-        const Int width = std::min(strike.loc[i + 1], rowBits) - from; // beyond the row there are no pixels
-        return drawn(g, width, strike.fRectHeight, [&](Int x, Int y) {
-            const Int column = from + x;
-            return strike.image[static_cast<std::size_t>(y * strike.rowBytes + (column >> 3))] >> (7 - (column & 7)) & 1;
-        });
-    }
+StyledGlyph plainGlyph(const FontStrike& strike, Int index, Int face)
+{
+    const auto i = static_cast<std::size_t>(index);
+    StyledGlyph g;
+    g.left = strike.kernMax + (strike.ow[i] >> 8 & 0xFF);
+    g.top = -strike.ascent;
+    g.advance = (strike.ow[i] & 0xFF) + FontManager::extraWidth(face);
+    const Int from = strike.loc[i], rowBits = strike.rowBytes * 8;
+    const Int width = std::min(strike.loc[i + 1], rowBits) - from; // beyond the row there are no pixels
+    return drawn(g, width, strike.fRectHeight, [&](Int x, Int y) {
+        const Int column = from + x;
+        return strike.image[static_cast<std::size_t>(y * strike.rowBytes + (column >> 3))] >> (7 - (column & 7)) & 1;
+    });
+}
 
-    StyledGlyph emboldened(const StyledGlyph& g)
-    {
-        return drawn(g, g.width + 1, g.height, [&](Int x, Int y) { return g.bit(x, y) || g.bit(x - 1, y); });
-    }
+StyledGlyph emboldened(const StyledGlyph& g)
+{
+    return drawn(g, g.width + 1, g.height, [&](Int x, Int y) { return g.bit(x, y) || g.bit(x - 1, y); });
+}
 
-    /// Leans to the right above the baseline and to the left below it.
-    StyledGlyph slanted(const StyledGlyph& g, Int ascent, Int descent)
-    {
-        const Int padLeft = std::max<Int>((descent + 1) / 2, 0), padRight = (ascent + 1) / 2;
-        StyledGlyph leaning = drawn(g, g.width + padLeft + padRight, g.height,
-            [&](Int x, Int y) { return g.bit(x - padLeft - (ascent - y) / 2, y); });
-        leaning.left -= padLeft;
-        return leaning;
-    }
+/// Leans to the right above the baseline and to the left below it.
+StyledGlyph slanted(const StyledGlyph& g, Int ascent, Int descent)
+{
+    const Int padLeft = std::max<Int>((descent + 1) / 2, 0), padRight = (ascent + 1) / 2;
+    StyledGlyph leaning = drawn(g, g.width + padLeft + padRight, g.height,
+        [&](Int x, Int y) { return g.bit(x - padLeft - (ascent - y) / 2, y); });
+    leaning.left -= padLeft;
+    return leaning;
+}
 
-    /// Hollow, with a line around it, and with `shade` a second one to the right and below.
-    StyledGlyph outlined(const StyledGlyph& g, bool shade)
-    {
-        const auto inked = [&](Int x, Int y) { return g.bit(x - 1, y - 1); };
-        const auto near = [&](Int x, Int y) {
-            for (Int dy = -1; dy <= 1; ++dy)
-                for (Int dx = -1; dx <= 1; ++dx)
-                    if (inked(x + dx, y + dy))
-                        return true;
-            return false;
-        };
-        const auto shaded = [&](Int x, Int y) {
-            return inked(x - 2, y - 2) || inked(x - 2, y - 1) || inked(x - 1, y - 2) || inked(x - 2, y)
-                || inked(x, y - 2);
-        };
-        const Int more = shade ? 3 : 2;
-        StyledGlyph hollow = drawn(g, g.width + more, g.height + more,
-            [&](Int x, Int y) { return !inked(x, y) && (near(x, y) || (shade && shaded(x, y))); });
-        --hollow.left;
-        --hollow.top;
-        return hollow;
-    }
+/// Hollow, with a line around it, and with `shade` a second one to the right and below.
+StyledGlyph outlined(const StyledGlyph& g, bool shade)
+{
+    const auto inked = [&](Int x, Int y) { return g.bit(x - 1, y - 1); };
+    const auto near = [&](Int x, Int y) {
+        for (Int dy = -1; dy <= 1; ++dy)
+            for (Int dx = -1; dx <= 1; ++dx)
+                if (inked(x + dx, y + dy))
+                    return true;
+        return false;
+    };
+    const auto shaded = [&](Int x, Int y) {
+        return inked(x - 2, y - 2) || inked(x - 2, y - 1) || inked(x - 1, y - 2) || inked(x - 2, y) || inked(x, y - 2);
+    };
+    const Int more = shade ? 3 : 2;
+    StyledGlyph hollow = drawn(g, g.width + more, g.height + more,
+        [&](Int x, Int y) { return !inked(x, y) && (near(x, y) || (shade && shaded(x, y))); });
+    --hollow.left;
+    --hollow.top;
+    return hollow;
+}
 
-    StyledGlyph styledGlyph(const FontStrike& strike, Int c, Int face)
-    {
-        const Int index = strike.indexOf(c);
-        if (index < 0)
-            return {};
-        StyledGlyph g = plainGlyph(strike, index, face);
-        if (face & bold)
-            g = emboldened(g);
-        if (face & italic)
-            g = slanted(g, strike.ascent, strike.descent);
-        if (face & (outline | shadow))
-            g = outlined(g, (face & shadow) != 0);
-        return g;
-    }
+StyledGlyph styledGlyph(const FontStrike& strike, Int c, Int face)
+{
+    const Int index = strike.indexOf(c);
+    if (index < 0)
+        return {};
+    StyledGlyph g = plainGlyph(strike, index, face);
+    if (face & bold)
+        g = emboldened(g);
+    if (face & italic)
+        g = slanted(g, strike.ascent, strike.descent);
+    if (face & (outline | shadow))
+        g = outlined(g, (face & shadow) != 0);
+    return g;
+}
 
 } // namespace
 
@@ -279,7 +276,7 @@ FontInfo FontManager::info(const GrafPort& port)
     const auto [strike, face] = this->strike(port.txFont, port.txSize, port.txFace);
     if (!strike)
         return {};
-    FontInfo info {strike->ascent, strike->descent, strike->widMax + extraWidth(face), strike->leading};
+    FontInfo info{strike->ascent, strike->descent, strike->widMax + extraWidth(face), strike->leading};
     if (face & (outline | shadow)) {
         info.ascent += 1;
         info.descent += face & shadow ? 2 : 1;
@@ -325,7 +322,8 @@ void GetFNum(const Str255& name, Int& num)
 static std::span<const std::uint8_t> part(std::span<const std::uint8_t> buf, Int first, Int count)
 {
     const Int from = std::clamp<Int>(first, 0, I(buf.size()));
-    return buf.subspan(static_cast<std::size_t>(from), static_cast<std::size_t>(std::clamp<Int>(count, 0, I(buf.size()) - from)));
+    return buf.subspan(
+        static_cast<std::size_t>(from), static_cast<std::size_t>(std::clamp<Int>(count, 0, I(buf.size()) - from)));
 }
 
 void DrawChar(Int c)

@@ -17,8 +17,23 @@
 namespace MacToolbox {
 
 enum : Int {
-    systemFont = 0, applFont = 1, newYork = 2, geneva = 3, monaco = 4, venice = 5, london = 6, athens = 7, sanFran = 8,
-    toronto = 9, cairo = 11, losAngeles = 12, times = 20, helvetica = 21, courier = 22, symbol = 23, mobile = 24
+    systemFont = 0,
+    applFont = 1,
+    newYork = 2,
+    geneva = 3,
+    monaco = 4,
+    venice = 5,
+    london = 6,
+    athens = 7,
+    sanFran = 8,
+    toronto = 9,
+    cairo = 11,
+    losAngeles = 12,
+    times = 20,
+    helvetica = 21,
+    courier = 22,
+    symbol = 23,
+    mobile = 24
 };
 /// Style bits of `txFace`.
 enum : Int { normal = 0, bold = 1, italic = 2, underline = 4, outline = 8, shadow = 16, condense = 32, extend = 64 };
@@ -35,7 +50,7 @@ struct FontStrike {
     Int widMax = 0, kernMax = 0;
     Int fRectHeight = 0; ///< rows of the image
     Int ascent = 0, descent = 0, leading = 0;
-    Int rowBytes = 0;    ///< of the image
+    Int rowBytes = 0; ///< of the image
     Bytes image;
     std::vector<Int> loc; ///< bit column of each glyph, and of the missing glyph after the last; one more for its end
     std::vector<Int> ow;  ///< offset (high byte) and width (low byte) of each glyph; -1 for none
@@ -59,12 +74,12 @@ struct StyledGlyph {
     std::vector<std::uint64_t> words;
 
     Int columns() const { return (width + 63) >> 6; }
-    Int columnHeight() const { return (height + 2) & ~Int {1}; }
+    Int columnHeight() const { return (height + 2) & ~Int{1}; }
     bool bit(Int x, Int y) const
     {
         return x >= 0 && y >= 0 && x < width && y < height && words[wordOf(x, y)] >> (63 - (x & 63)) & 1;
     }
-    void setBit(Int x, Int y) { words[wordOf(x, y)] |= std::uint64_t {1} << (63 - (x & 63)); }
+    void setBit(Int x, Int y) { words[wordOf(x, y)] |= std::uint64_t{1} << (63 - (x & 63)); }
 
 private:
     std::size_t wordOf(Int x, Int y) const { return static_cast<std::size_t>((x >> 6) * columnHeight() + y); }
@@ -106,11 +121,11 @@ private:
     StrikePtr find(Int family, Int size, Int style);
     StyleTable& table(const StrikePtr& strike, Int face);
 
-    std::map<std::tuple<Int, Int, Int>, StrikePtr> strikes_;  // by family, size, bold; nil if the search failed
-    std::map<std::pair<Int, Int>, StyleTable> tables_;        // by the strike's serial number, and style
+    std::map<std::tuple<Int, Int, Int>, StrikePtr> strikes_; // by family, size, bold; nil if the search failed
+    std::map<std::pair<Int, Int>, StyleTable> tables_;       // by the strike's serial number, and style
 };
 
-inline void InitFonts() {}
+inline void InitFonts() { }
 void TextFont(Int font);
 void TextFace(Int face);
 void TextMode(Int mode);
@@ -135,7 +150,9 @@ class TextScope {
 public:
     TextScope()
         : port_(thePort), font_(port_->txFont), face_(port_->txFace), mode_(port_->txMode), size_(port_->txSize),
-          space_(port_->spExtra) {}
+          space_(port_->spExtra)
+    {
+    }
     ~TextScope()
     {
         port_->txFont = font_, port_->txFace = face_, port_->txMode = mode_, port_->txSize = size_;

@@ -11,8 +11,7 @@ namespace MacToolbox::Words {
 using Kind = RasterOp::Kind;
 
 /// `s` applied to `d` where `m` is 1.
-template <Kind K, typename T>
-T mix(T d, T s, T m)
+template <Kind K, typename T> T mix(T d, T s, T m)
 {
     if constexpr (K == Kind::copy)
         return d ^ ((d ^ s) & m);
@@ -23,8 +22,7 @@ T mix(T d, T s, T m)
     else
         return d & ~(s & m);
 }
-template <Kind K, typename T>
-T mix(T d, T s)
+template <Kind K, typename T> T mix(T d, T s)
 {
     if constexpr (K == Kind::copy)
         return s;
@@ -37,8 +35,7 @@ T mix(T d, T s)
 }
 
 /// Calls `run.operator()<K>()` for the kind.
-template <typename Run>
-void forKind(Kind kind, Run&& run)
+template <typename Run> void forKind(Kind kind, Run&& run)
 {
     switch (kind) {
     case Kind::copy: return run.template operator()<Kind::copy>();
@@ -80,8 +77,7 @@ inline Word loadNear(const Byte* p, const Byte* begin, const Byte* end)
 }
 
 /// `source` applied to a word of the target, of which some bytes may lie outside the block.
-template <Kind K>
-void paintNear(const Target& t, Byte* p, Word source, Word mask)
+template <Kind K> void paintNear(const Target& t, Byte* p, Word source, Word mask)
 {
     Byte* q = std::clamp(p, t.begin, t.end - 8);
     const Int moved = q - p;
@@ -97,15 +93,15 @@ struct Extent {
     Extent(Int x0, Int x1) : chunks(chunksOf(x1))
     {
         const Int tail = x1 - (chunks - 1) * 128;
-        first = Chunk {maskOf(x0, 64), ~Word {0}};
-        last = tail <= 64 ? Chunk {maskOf(0, tail), 0} : Chunk {~Word {0}, maskOf(0, tail - 64)};
+        first = Chunk{maskOf(x0, 64), ~Word{0}};
+        last = tail <= 64 ? Chunk{maskOf(0, tail), 0} : Chunk{~Word{0}, maskOf(0, tail - 64)};
         if (chunks == 1)
             first &= last;
     }
     bool isWhole() const
     {
         const Chunk both = first & last;
-        return (both[0] & both[1]) == ~Word {0};
+        return (both[0] & both[1]) == ~Word{0};
     }
 };
 
@@ -183,11 +179,10 @@ struct PatternSource {
 
     struct Row {
         Word word;
-        template <typename T>
-        T at(Int) const
+        template <typename T> T at(Int) const
         {
             if constexpr (std::is_same_v<T, Chunk>)
-                return Chunk {word, word};
+                return Chunk{word, word};
             else
                 return word;
         }
@@ -197,8 +192,7 @@ struct PatternSource {
 };
 
 /// The rows of another bitmap.
-template <bool shifted, bool inverted>
-struct BitmapSource {
+template <bool shifted, bool inverted> struct BitmapSource {
     const Byte* in; // may lie a byte before the block
     Int stride;
     Shift shift;
@@ -206,7 +200,8 @@ struct BitmapSource {
 
     /// The pixels from (x, y) on, such that they come to lie `lead` pixels from the left of the first byte.
     BitmapSource(const Rows& rows, Int x, Int y, Int lead)
-        : in(rows.row(y) + ((x - lead) >> 3)), stride(rows.stride), shift((x - lead) & 7), begin(rows.begin), end(rows.end)
+        : in(rows.row(y) + ((x - lead) >> 3)), stride(rows.stride), shift((x - lead) & 7), begin(rows.begin),
+          end(rows.end)
     {
     }
     /// How many bytes of a row are touched when `size` bytes are asked for.
@@ -215,8 +210,7 @@ struct BitmapSource {
     struct Row {
         const Byte* p;
         const Shift& shift;
-        template <typename T>
-        T at(Int byte) const
+        template <typename T> T at(Int byte) const
         {
             T pixels = load<T>(p + byte);
             if constexpr (shifted)
@@ -246,8 +240,8 @@ struct WordSource {
 
     WordSource(const Rows& rows, Int x, Int y, Int lead, bool inverted)
         : in(rows.row(y) + (x >> 3)), stride(rows.stride),
-          pixels(static_cast<unsigned>(direction < 0 ? (x & 7) - lead : lead - (x & 7))), invert(inverted ? ~Word {0} : 0),
-          begin(rows.begin), end(rows.end)
+          pixels(static_cast<unsigned>(direction < 0 ? (x & 7) - lead : lead - (x & 7))),
+          invert(inverted ? ~Word{0} : 0), begin(rows.begin), end(rows.end)
     {
     }
     Word moved(Word w) const
@@ -264,8 +258,7 @@ struct WordSource {
 
 /// Calls `run` with the source that fits: the pixels from (x, y) on, for a target of at most 64 columns from its first
 /// byte on. @return False if a row takes more than a word of the source.
-template <typename Run>
-bool withWordSource(const Rows& rows, Int x, Int y, const Target& t, bool inverted, Run&& run)
+template <typename Run> bool withWordSource(const Rows& rows, Int x, Int y, const Target& t, bool inverted, Run&& run)
 {
     const Int move = (x & 7) - t.x0;
     if (t.x1 > 64 || move + t.x1 > 64)

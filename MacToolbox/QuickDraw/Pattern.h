@@ -29,23 +29,44 @@ struct Pattern {
     static const Pattern white, black, gray, ltGray, dkGray;
 };
 
-inline constexpr Pattern Pattern::white {};
-inline constexpr Pattern Pattern::black { 0xFFFFFFFFFFFFFFFFULL };
-inline constexpr Pattern Pattern::gray { 0xAA55AA55AA55AA55ULL };
-inline constexpr Pattern Pattern::ltGray { 0x8822882288228822ULL };
-inline constexpr Pattern Pattern::dkGray { 0x77DD77DD77DD77DDULL };
+inline constexpr Pattern Pattern::white{};
+inline constexpr Pattern Pattern::black{0xFFFFFFFFFFFFFFFFULL};
+inline constexpr Pattern Pattern::gray{0xAA55AA55AA55AA55ULL};
+inline constexpr Pattern Pattern::ltGray{0x8822882288228822ULL};
+inline constexpr Pattern Pattern::dkGray{0x77DD77DD77DD77DDULL};
 
 /// Transfer modes. Only `mode & 3` (copy, or, xor, bic) and `mode & 4` (source inverted) are looked at.
 enum : Int {
-    srcCopy = 0, srcOr = 1, srcXor = 2, srcBic = 3, notSrcCopy = 4, notSrcOr = 5, notSrcXor = 6, notSrcBic = 7,
-    patCopy = 8, patOr = 9, patXor = 10, patBic = 11, notPatCopy = 12, notPatOr = 13, notPatXor = 14, notPatBic = 15,
-    transparent = 36, ditherCopy = 64
+    srcCopy = 0,
+    srcOr = 1,
+    srcXor = 2,
+    srcBic = 3,
+    notSrcCopy = 4,
+    notSrcOr = 5,
+    notSrcXor = 6,
+    notSrcBic = 7,
+    patCopy = 8,
+    patOr = 9,
+    patXor = 10,
+    patBic = 11,
+    notPatCopy = 12,
+    notPatOr = 13,
+    notPatXor = 14,
+    notPatBic = 15,
+    transparent = 36,
+    ditherCopy = 64
 };
 
 /// Colours of `ForeColor` and `BackColor`, which know black and white only.
 enum : Int {
-    blackColor = 33, whiteColor = 30, redColor = 205, greenColor = 341, blueColor = 409, cyanColor = 273,
-    magentaColor = 137, yellowColor = 69
+    blackColor = 33,
+    whiteColor = 30,
+    redColor = 205,
+    greenColor = 341,
+    blueColor = 409,
+    cyanColor = 273,
+    magentaColor = 137,
+    yellowColor = 69
 };
 
 /// A colour of 16 bits a component. Reduced to black or white when a pixel is written.
@@ -55,7 +76,9 @@ struct RGBColor {
     constexpr RGBColor() = default; ///< black
     /// Keeps the low 16 bits of each.
     constexpr RGBColor(Int r, Int g, Int b)
-        : red(static_cast<std::uint16_t>(r)), green(static_cast<std::uint16_t>(g)), blue(static_cast<std::uint16_t>(b)) {}
+        : red(static_cast<std::uint16_t>(r)), green(static_cast<std::uint16_t>(g)), blue(static_cast<std::uint16_t>(b))
+    {
+    }
 
     /// Dark enough to give a black pixel.
     constexpr bool isBlack() const { return I(red) * 30 + I(green) * 59 + I(blue) * 11 < 3276800; }
@@ -64,7 +87,7 @@ struct RGBColor {
     static const RGBColor black, white;
 };
 
-inline constexpr RGBColor RGBColor::black {};
-inline constexpr RGBColor RGBColor::white { 0xFFFF, 0xFFFF, 0xFFFF };
+inline constexpr RGBColor RGBColor::black{};
+inline constexpr RGBColor RGBColor::white{0xFFFF, 0xFFFF, 0xFFFF};
 
 } // namespace MacToolbox

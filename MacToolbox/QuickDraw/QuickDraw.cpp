@@ -7,10 +7,10 @@
 
 namespace MacToolbox {
 
-static GrafPtr firstPort() { return std::make_shared<GrafPort>(Rect {0, 0, 1, 1}); }
+static GrafPtr firstPort() { return std::make_shared<GrafPort>(Rect{0, 0, 1, 1}); }
 
 GrafPtr thePort = firstPort();
-QDGlobals qd {thePort, Screen::shared().bits};
+QDGlobals qd{thePort, Screen::shared().bits};
 
 static const AtRunStart sAfresh([] {
     thePort = firstPort();
@@ -84,8 +84,8 @@ void GrafPort::frame(const Region& outer, const Region& inner)
 /// `r` without a border of the pen's size; an empty rectangle if nothing is left.
 static Rect insidePen(const Rect& r, Point pen)
 {
-    const Rect inner {r.top + pen.v, r.left + pen.h, r.bottom - pen.v, r.right - pen.h};
-    return inner.isEmpty() ? Rect {} : inner;
+    const Rect inner{r.top + pen.v, r.left + pen.h, r.bottom - pen.v, r.right - pen.h};
+    return inner.isEmpty() ? Rect{} : inner;
 }
 
 void GrafPort::frameRect(const Rect& r)
@@ -219,7 +219,10 @@ void FrameRect(const Rect& r) { thePort->frameRect(r); }
 void PaintRoundRect(const Rect& r, Int ow, Int oh) { thePort->paint(roundShape(r, ow, oh)); }
 void EraseRoundRect(const Rect& r, Int ow, Int oh) { thePort->erase(roundShape(r, ow, oh)); }
 void InvertRoundRect(const Rect& r, Int ow, Int oh) { thePort->invert(roundShape(r, ow, oh)); }
-void FillRoundRect(const Rect& r, Int ow, Int oh, const Pattern& pat) { thePort->fillShape(roundShape(r, ow, oh), pat); }
+void FillRoundRect(const Rect& r, Int ow, Int oh, const Pattern& pat)
+{
+    thePort->fillShape(roundShape(r, ow, oh), pat);
+}
 void FrameRoundRect(const Rect& r, Int ow, Int oh) { thePort->frameRoundRect(r, ow, oh); }
 
 void PaintOval(const Rect& r) { thePort->paint(ovalShape(r)); }

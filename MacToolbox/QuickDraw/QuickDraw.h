@@ -16,7 +16,7 @@ struct WindowRecord;
 
 struct PenState {
     Point pnLoc;
-    Point pnSize {1, 1}; ///< v is the height
+    Point pnSize{1, 1}; ///< v is the height
     Int pnMode = patCopy;
     Pattern pnPat = Pattern::black;
 
@@ -26,21 +26,21 @@ struct PenState {
 /// A drawing environment onto a bitmap.
 struct GrafPort {
     BitMap portBits;
-    Rect portRect;                 ///< local; takes no part in clipping
-    RgnHandle visRgn;              ///< never nil
-    RgnHandle clipRgn;             ///< never nil
+    Rect portRect;     ///< local; takes no part in clipping
+    RgnHandle visRgn;  ///< never nil
+    RgnHandle clipRgn; ///< never nil
     Point pnLoc;
-    Point pnSize {1, 1};           ///< v is the height; not negative
+    Point pnSize{1, 1}; ///< v is the height; not negative
     Int pnMode = patCopy;
     Pattern pnPat = Pattern::black;
-    Int pnVis = 0;                 ///< negative hides the pen
+    Int pnVis = 0; ///< negative hides the pen
     Pattern bkPat = Pattern::white;
     Pattern fillPat = Pattern::black; ///< kept only
     Int txFont = 0;
-    Int txFace = 0;                ///< style bits
+    Int txFace = 0; ///< style bits
     Int txMode = srcOr;
-    Int txSize = 0;                ///< 0 is the default size
-    Int spExtra = 0;               ///< extra width of a space, pixels
+    Int txSize = 0;  ///< 0 is the default size
+    Int spExtra = 0; ///< extra width of a space, pixels
     RGBColor fgColor = RGBColor::black;
     RGBColor bkColor = RGBColor::white;
     std::weak_ptr<WindowRecord> window;
@@ -48,7 +48,7 @@ struct GrafPort {
 
     explicit GrafPort(BitMap bits);
     /// On a new white bitmap.
-    explicit GrafPort(const Rect& bounds) : GrafPort(BitMap(bounds)) {}
+    explicit GrafPort(const Rect& bounds) : GrafPort(BitMap(bounds)) { }
 
     PenState penState() const { return {pnLoc, pnSize, pnMode, pnPat}; }
     void setPenState(const PenState& s) { pnLoc = s.pnLoc, pnSize = s.pnSize, pnMode = s.pnMode, pnPat = s.pnPat; }
@@ -100,7 +100,7 @@ struct QDGlobals {
 extern QDGlobals qd;
 
 struct GDevice {
-    Rect gdRect {0, 0, 342, 512};
+    Rect gdRect{0, 0, 342, 512};
     Int pixelSize = 1;
 };
 using GDHandle = std::shared_ptr<GDevice>;
@@ -109,9 +109,9 @@ const GDHandle& mainDevice();
 
 // Ports
 
-inline void InitGraf() {}
-inline void OpenPort(const GrafPtr&) {}
-inline void ClosePort(const GrafPtr&) {}
+inline void InitGraf() { }
+inline void OpenPort(const GrafPtr&) { }
+inline void ClosePort(const GrafPtr&) { }
 void SetPort(const GrafPtr& port); ///< nil: nothing
 /// Makes the window's port current; nil: nothing.
 void SetPort(const std::shared_ptr<WindowRecord>& window);
@@ -122,15 +122,15 @@ void PortSize(Int width, Int height);
 void SetOrigin(Int h, Int v);
 void LocalToGlobal(Point& pt);
 void GlobalToLocal(Point& pt);
-void ClipRect(const Rect& r);          ///< installs a new region
-void SetClip(const RgnHandle& rgn);    ///< installs a copy
-void GetClip(const RgnHandle& rgn);    ///< copies into `rgn`
+void ClipRect(const Rect& r);       ///< installs a new region
+void SetClip(const RgnHandle& rgn); ///< installs a copy
+void GetClip(const RgnHandle& rgn); ///< copies into `rgn`
 inline GDHandle GetDeviceList() { return mainDevice(); }
 inline GDHandle GetMainDevice() { return mainDevice(); }
 inline GDHandle GetGDevice() { return mainDevice(); }
 inline GDHandle GetMaxDevice(const Rect&) { return mainDevice(); }
 inline GDHandle GetNextDevice(const GDHandle&) { return nullptr; }
-inline void SetGDevice(const GDHandle&) {}
+inline void SetGDevice(const GDHandle&) { }
 
 // Pen and colours
 
@@ -203,7 +203,7 @@ private:
 /// Puts back the clip region of the port that was current at its start.
 class ClipScope {
 public:
-    ClipScope() : port_(thePort), saved_(port_->clipRgn->region) {}
+    ClipScope() : port_(thePort), saved_(port_->clipRgn->region) { }
     /// Clips to `r` as well as by what the port has.
     explicit ClipScope(const Rect& r) : ClipScope()
     {
@@ -221,7 +221,7 @@ private:
 /// Puts back location, size, mode and pattern of the pen of the port that was current at its start.
 class PenScope {
 public:
-    PenScope() : port_(thePort), saved_(port_->penState()) {}
+    PenScope() : port_(thePort), saved_(port_->penState()) { }
     ~PenScope() { port_->setPenState(saved_); }
     PenScope(const PenScope&) = delete;
     PenScope& operator=(const PenScope&) = delete;

@@ -17,7 +17,7 @@ struct RasterOp {
         clear, ///< 1 makes it white
     };
     Kind kind = copy;
-    bool invert = false;  ///< the source bit is turned over first
+    bool invert = false;   ///< the source bit is turned over first
     bool constant = false; ///< the source does not matter: `set` blackens and `clear` whitens every pixel
 
     static constexpr RasterOp of(Int mode, bool fgDark, bool bkDark)
@@ -46,7 +46,7 @@ void maskPixels(const BitMap& dst, const Rect& r, const BitMap& src, Point at, c
 
 /// Scales `srcRect` to `dstRect` by the nearest pixel up and left, and applies the part of it that is `r`, which lies
 /// inside `dstRect`. As `blitPixels` otherwise.
-void scalePixels(const BitMap& dst, const Rect& r, const Rect& dstRect, const BitMap& src, const Rect& srcRect,
-    RasterOp op);
+void scalePixels(
+    const BitMap& dst, const Rect& r, const Rect& dstRect, const BitMap& src, const Rect& srcRect, RasterOp op);
 
 } // namespace MacToolbox

@@ -25,7 +25,7 @@ void Region::Numbers::reserve(std::int64_t n, Number keep)
 {
     if (n <= capacity)
         return;
-    const Number bigger = static_cast<Number>(std::max<std::int64_t>(n, 2 * std::int64_t {capacity} + 32));
+    const Number bigger = static_cast<Number>(std::max<std::int64_t>(n, 2 * std::int64_t{capacity} + 32));
     auto fresh = std::make_unique_for_overwrite<Number[]>(static_cast<std::size_t>(bigger));
     std::copy_n(data.get(), keep, fresh.get());
     data = std::move(fresh);
@@ -35,7 +35,8 @@ void Region::Numbers::reserve(std::int64_t n, Number keep)
 /// Puts bands, from the top down, into a region whose old contents it overwrites, and keeps the shortest form.
 class BandWriter {
 public:
-    explicit BandWriter(Region& out) : out_(out), base_(out.bands_.begin()), at_(base_), end_(base_ + out.bands_.capacity)
+    explicit BandWriter(Region& out)
+        : out_(out), base_(out.bands_.begin()), at_(base_), end_(base_ + out.bands_.capacity)
     {
     }
 
@@ -98,7 +99,7 @@ public:
     }
     void finish()
     {
-        out_.becomeRect(last_ == nullptr ? Rect {} : Rect {base_[0], left_, last_[1], right_});
+        out_.becomeRect(last_ == nullptr ? Rect{} : Rect{base_[0], left_, last_[1], right_});
         if (last_ != base_ || (last_ != nullptr && base_[2] != 2))
             out_.bands_.size = static_cast<Number>(at_ - base_);
     }
@@ -135,123 +136,121 @@ private:
 
 namespace {
 
-    struct Unite {
-        static constexpr bool keepsA = true, keepsB = true;
-        static bool in(bool a, bool b) { return a | b; }
-    };
-    struct Intersect {
-        static constexpr bool keepsA = false, keepsB = false;
-        static bool in(bool a, bool b) { return a & b; }
-    };
-    struct Subtract {
-        static constexpr bool keepsA = true, keepsB = false;
-        static bool in(bool a, bool b) { return a & !b; }
-    };
-    struct ExclusiveOr {
-        static constexpr bool keepsA = true, keepsB = true;
-        static bool in(bool a, bool b) { return a != b; }
-    };
+struct Unite {
+    static constexpr bool keepsA = true, keepsB = true;
+    static bool in(bool a, bool b) { return a | b; }
+};
+struct Intersect {
+    static constexpr bool keepsA = false, keepsB = false;
+    static bool in(bool a, bool b) { return a & b; }
+};
+struct Subtract {
+    static constexpr bool keepsA = true, keepsB = false;
+    static bool in(bool a, bool b) { return a & !b; }
+};
+struct ExclusiveOr {
+    static constexpr bool keepsA = true, keepsB = true;
+    static bool in(bool a, bool b) { return a != b; }
+};
 
-    /// The boundaries of two rows combined, into `out`. @return Their count.
-    template <typename Kind>
-    Number sweep(const Number* a, Number countA, const Number* b, Number countB, Number* out)
-    {
-        Number i = 0, j = 0, n = 0;
-        bool state = false;
-        while (i < countA || j < countB) {
-            const Number xa = i < countA ? a[i] : INT_MAX, xb = j < countB ? b[j] : INT_MAX;
-            const Number x = std::min(xa, xb);
-            i += xa == x;
-            j += xb == x;
-            const bool now = Kind::in(i & 1, j & 1);
-            out[n] = x;
-            n += now != state;
-            state = now;
-        }
-        return n;
+/// The boundaries of two rows combined, into `out`. @return Their count.
+template <typename Kind> Number sweep(const Number* a, Number countA, const Number* b, Number countB, Number* out)
+{
+    Number i = 0, j = 0, n = 0;
+    bool state = false;
+    while (i < countA || j < countB) {
+        const Number xa = i < countA ? a[i] : INT_MAX, xb = j < countB ? b[j] : INT_MAX;
+        const Number x = std::min(xa, xb);
+        i += xa == x;
+        j += xb == x;
+        const bool now = Kind::in(i & 1, j & 1);
+        out[n] = x;
+        n += now != state;
+        state = now;
     }
+    return n;
+}
 
-    // Rows of a single span, which most rows are.
+// Rows of a single span, which most rows are.
 
-    Number combineSpans(Unite, Number al, Number ar, Number bl, Number br, Number* out)
-    {
-        if (std::max(al, bl) <= std::min(ar, br)) {
-            out[0] = std::min(al, bl);
-            out[1] = std::max(ar, br);
-            return 2;
-        }
-        const bool first = al < bl;
-        out[0] = first ? al : bl;
-        out[1] = first ? ar : br;
-        out[2] = first ? bl : al;
-        out[3] = first ? br : ar;
-        return 4;
+Number combineSpans(Unite, Number al, Number ar, Number bl, Number br, Number* out)
+{
+    if (std::max(al, bl) <= std::min(ar, br)) {
+        out[0] = std::min(al, bl);
+        out[1] = std::max(ar, br);
+        return 2;
     }
-    Number combineSpans(Intersect, Number al, Number ar, Number bl, Number br, Number* out)
-    {
-        out[0] = std::max(al, bl);
-        out[1] = std::min(ar, br);
-        return out[0] < out[1] ? 2 : 0;
+    const bool first = al < bl;
+    out[0] = first ? al : bl;
+    out[1] = first ? ar : br;
+    out[2] = first ? bl : al;
+    out[3] = first ? br : ar;
+    return 4;
+}
+Number combineSpans(Intersect, Number al, Number ar, Number bl, Number br, Number* out)
+{
+    out[0] = std::max(al, bl);
+    out[1] = std::min(ar, br);
+    return out[0] < out[1] ? 2 : 0;
+}
+Number combineSpans(Subtract, Number al, Number ar, Number bl, Number br, Number* out)
+{
+    Number n = 0;
+    out[0] = al;
+    out[1] = std::min(ar, bl);
+    n += out[0] < out[1] ? 2 : 0;
+    out[n] = std::max(al, br);
+    out[n + 1] = ar;
+    return n + (out[n] < ar ? 2 : 0);
+}
+Number combineSpans(ExclusiveOr, Number al, Number ar, Number bl, Number br, Number* out)
+{
+    const Number x0 = std::min(al, bl), x3 = std::max(ar, br);
+    const Number l = std::max(al, bl), r = std::min(ar, br);
+    const Number x1 = std::min(l, r), x2 = std::max(l, r); // the overlap or the gap between the two
+    Number n = 0;
+    out[0] = x0;
+    out[1] = x1;
+    n += x0 < x1 ? 2 : 0;
+    if (x1 == x2 && n) { // they touch
+        out[1] = x3;
+        return 2;
     }
-    Number combineSpans(Subtract, Number al, Number ar, Number bl, Number br, Number* out)
-    {
-        Number n = 0;
-        out[0] = al;
-        out[1] = std::min(ar, bl);
-        n += out[0] < out[1] ? 2 : 0;
-        out[n] = std::max(al, br);
-        out[n + 1] = ar;
-        return n + (out[n] < ar ? 2 : 0);
-    }
-    Number combineSpans(ExclusiveOr, Number al, Number ar, Number bl, Number br, Number* out)
-    {
-        const Number x0 = std::min(al, bl), x3 = std::max(ar, br);
-        const Number l = std::max(al, bl), r = std::min(ar, br);
-        const Number x1 = std::min(l, r), x2 = std::max(l, r); // the overlap or the gap between the two
-        Number n = 0;
-        out[0] = x0;
-        out[1] = x1;
-        n += x0 < x1 ? 2 : 0;
-        if (x1 == x2 && n) { // they touch
-            out[1] = x3;
-            return 2;
-        }
-        out[n] = x2;
-        out[n + 1] = x3;
-        return n + (x2 < x3 ? 2 : 0);
-    }
+    out[n] = x2;
+    out[n + 1] = x3;
+    return n + (x2 < x3 ? 2 : 0);
+}
 
-    /// A row united with one span.
-    Number uniteSpan(const Number* a, Number count, Number left, Number right, Number* out)
-    {
-        Number i = 0;
-        while (i < count && a[i] < left)
-            out[i] = a[i], ++i;
-        Number n = i, j = i;
-        out[n] = left;
-        n += !(i & 1);
-        while (j < count && a[j] <= right)
-            ++j;
-        out[n] = right;
-        n += !(j & 1);
-        while (j < count)
-            out[n++] = a[j++];
-        return n;
-    }
+/// A row united with one span.
+Number uniteSpan(const Number* a, Number count, Number left, Number right, Number* out)
+{
+    Number i = 0;
+    while (i < count && a[i] < left)
+        out[i] = a[i], ++i;
+    Number n = i, j = i;
+    out[n] = left;
+    n += !(i & 1);
+    while (j < count && a[j] <= right)
+        ++j;
+    out[n] = right;
+    n += !(j & 1);
+    while (j < count)
+        out[n++] = a[j++];
+    return n;
+}
 
-    template <typename Kind>
-    Number combineRows(const Number* a, const Number* b, Number* out)
-    {
-        if (a[2] == 2 && b[2] == 2)
-            return combineSpans(Kind {}, a[3], a[4], b[3], b[4], out);
-        if constexpr (std::is_same_v<Kind, Unite>) {
-            if (b[2] == 2)
-                return uniteSpan(a + 3, a[2], b[3], b[4], out);
-            if (a[2] == 2)
-                return uniteSpan(b + 3, b[2], a[3], a[4], out);
-        }
-        return sweep<Kind>(a + 3, a[2], b + 3, b[2], out);
+template <typename Kind> Number combineRows(const Number* a, const Number* b, Number* out)
+{
+    if (a[2] == 2 && b[2] == 2)
+        return combineSpans(Kind{}, a[3], a[4], b[3], b[4], out);
+    if constexpr (std::is_same_v<Kind, Unite>) {
+        if (b[2] == 2)
+            return uniteSpan(a + 3, a[2], b[3], b[4], out);
+        if (a[2] == 2)
+            return uniteSpan(b + 3, b[2], a[3], a[4], out);
     }
+    return sweep<Kind>(a + 3, a[2], b + 3, b[2], out);
+}
 
 } // namespace
 
@@ -267,8 +266,7 @@ Region::Row Region::bandsIn(Number (&room)[5]) const
     return {room, room[0] < room[1] && room[3] < room[4] ? 5U : 0U};
 }
 
-template <typename Kind>
-void Region::combineAs(const Region& ra, const Region& rb, Region& out)
+template <typename Kind> void Region::combineAs(const Region& ra, const Region& rb, Region& out)
 {
     Number roomA[5], roomB[5];
     const Row bandsA = ra.bandsIn(roomA), bandsB = rb.bandsIn(roomB);
@@ -328,13 +326,14 @@ void Region::combineAs(const Region& ra, const Region& rb, Region& out)
 }
 
 /// Two rectangles: at most three bands, of which the one that both have rows in is the only one to work out.
-template <typename Kind>
-void Region::combineRects(const Region& ra, const Region& rb, Region& out)
+template <typename Kind> void Region::combineRects(const Region& ra, const Region& rb, Region& out)
 {
     struct Box {
         Number top, bottom, left, right;
         explicit Box(const Rect& r)
-            : top(clampEdge(r.top)), bottom(clampEdge(r.bottom)), left(clampEdge(r.left)), right(clampEdge(r.right)) {}
+            : top(clampEdge(r.top)), bottom(clampEdge(r.bottom)), left(clampEdge(r.left)), right(clampEdge(r.right))
+        {
+        }
         bool isEmpty() const { return top >= bottom || left >= right; }
     };
     const Box a(ra.bounds_), b(rb.bounds_);
@@ -349,11 +348,11 @@ void Region::combineRects(const Region& ra, const Region& rb, Region& out)
         to.add(from, until, 2);
     };
     const Number top = std::max(a.top, b.top), bottom = std::min(a.bottom, b.bottom);
-    const bool aFirst = a.top < b.top, aLast = a.bottom > b.bottom;
+    const bool aFirst = a.top<b.top, aLast = a.bottom> b.bottom;
     only(aFirst ? a : b, aFirst ? a.top : b.top, std::min(top, aFirst ? a.bottom : b.bottom),
         aFirst ? Kind::keepsA : Kind::keepsB);
     if (top < bottom)
-        to.add(top, bottom, combineSpans(Kind {}, a.left, a.right, b.left, b.right, to.row(4)));
+        to.add(top, bottom, combineSpans(Kind{}, a.left, a.right, b.left, b.right, to.row(4)));
     only(aLast ? a : b, std::max(bottom, aLast ? a.top : b.top), aLast ? a.bottom : b.bottom,
         aLast ? Kind::keepsA : Kind::keepsB);
     to.finish();
@@ -383,10 +382,10 @@ void Region::combineBands(Op op, const Region& a, const Region& b, Region& out)
             combineAs<Kind>(a, b, out);
     };
     switch (op) {
-    case Op::unite: return run(Unite {});
-    case Op::intersect: return run(Intersect {});
-    case Op::subtract: return run(Subtract {});
-    case Op::exclusiveOr: return run(ExclusiveOr {});
+    case Op::unite: return run(Unite{});
+    case Op::intersect: return run(Intersect{});
+    case Op::subtract: return run(Subtract{});
+    case Op::exclusiveOr: return run(ExclusiveOr{});
     }
 }
 
@@ -440,7 +439,7 @@ void Region::indexRows() const
         while (p < bands_.end() && p[1] <= v)
             p += 3 + p[2];
         first = static_cast<Number>(p - bands_.begin());
-        v += Int {1} << shift;
+        v += Int{1} << shift;
     }
 }
 
@@ -485,10 +484,7 @@ std::vector<Int> Region::spans(Int v) const
     return row;
 }
 
-std::string Region::description() const
-{
-    return "Region" + bounds_.description() + (isRect() ? "" : " complex");
-}
+std::string Region::description() const { return "Region" + bounds_.description() + (isRect() ? "" : " complex"); }
 
 // ---- shapes ----
 
@@ -609,46 +605,46 @@ Region Region::fromRows(Int top, std::span<const std::vector<Int>> rows)
 
 namespace {
 
-    /// `steps` times `slope` by `run`, rounded with halves up: how far the line has moved along its short axis.
-    Int alongShortAxis(Int steps, Int slope, Int run)
+/// `steps` times `slope` by `run`, rounded with halves up: how far the line has moved along its short axis.
+Int alongShortAxis(Int steps, Int slope, Int run)
+{
+    if (run < Int{1} << 30)
+        return (2 * steps * slope + run) / (2 * run);
+    __extension__ using Wide = __int128;
+    return static_cast<Int>((Wide{2} * steps * slope + run) / (Wide{2} * run));
+}
+
+/// The way of the integer line algorithm from one point to another, row by row: in each step the long axis moves by
+/// one, the short one when the true line has passed the half.
+struct LineWay {
+    Int dx, dy, sx;
+    Point from;
+
+    LineWay(Point a, Point b) : dx(std::abs(b.h - a.h)), dy(std::abs(b.v - a.v)), sx(a.h < b.h ? 1 : -1), from(a) { }
+
+    /// The first and last column that the way visits `row` rows from its start.
+    std::pair<Int, Int> columns(Int row) const
     {
-        if (run < Int {1} << 30)
-            return (2 * steps * slope + run) / (2 * run);
-        __extension__ using Wide = __int128;
-        return static_cast<Int>((Wide {2} * steps * slope + run) / (Wide {2} * run));
+        if (dy >= dx) {
+            const Int h = from.h + sx * (dy == 0 ? 0 : alongShortAxis(row, dx, dy));
+            return {h, h};
+        }
+        // Step k is in row floor((2 k dy + dx) / 2 dx): solve for the first k of this row and of the next.
+        return {from.h + sx * firstStep(row), from.h + sx * (std::min(firstStep(row + 1), dx + 1) - 1)};
     }
 
-    /// The way of the integer line algorithm from one point to another, row by row: in each step the long axis moves by
-    /// one, the short one when the true line has passed the half.
-    struct LineWay {
-        Int dx, dy, sx;
-        Point from;
-
-        LineWay(Point a, Point b) : dx(std::abs(b.h - a.h)), dy(std::abs(b.v - a.v)), sx(a.h < b.h ? 1 : -1), from(a) {}
-
-        /// The first and last column that the way visits `row` rows from its start.
-        std::pair<Int, Int> columns(Int row) const
-        {
-            if (dy >= dx) {
-                const Int h = from.h + sx * (dy == 0 ? 0 : alongShortAxis(row, dx, dy));
-                return {h, h};
-            }
-            // Step k is in row floor((2 k dy + dx) / 2 dx): solve for the first k of this row and of the next.
-            return {from.h + sx * firstStep(row), from.h + sx * (std::min(firstStep(row + 1), dx + 1) - 1)};
-        }
-
-    private:
-        Int firstStep(Int row) const
-        {
-            if (row == 0)
-                return 0;
-            if (dy == 0)
-                return dx + 1;
-            __extension__ using Wide = __int128;
-            const Wide twice = (Wide {2} * row - 1) * dx; // k is at least (2 row - 1) dx / 2 dy
-            return static_cast<Int>((twice + 2 * dy - 1) / (Wide {2} * dy));
-        }
-    };
+private:
+    Int firstStep(Int row) const
+    {
+        if (row == 0)
+            return 0;
+        if (dy == 0)
+            return dx + 1;
+        __extension__ using Wide = __int128;
+        const Wide twice = (Wide{2} * row - 1) * dx; // k is at least (2 row - 1) dx / 2 dy
+        return static_cast<Int>((twice + 2 * dy - 1) / (Wide{2} * dy));
+    }
+};
 
 } // namespace
 
@@ -657,7 +653,7 @@ Region Region::line(Point from, Point to, Point penSize, const Rect& within)
     if (penSize.v <= 0 || penSize.h <= 0)
         return {};
     if (from.v == to.v || from.h == to.h)
-        return Region(Rect {std::min(from.v, to.v), std::min(from.h, to.h), std::max(from.v, to.v) + penSize.v,
+        return Region(Rect{std::min(from.v, to.v), std::min(from.h, to.h), std::max(from.v, to.v) + penSize.v,
             std::max(from.h, to.h) + penSize.h});
 
     const LineWay way(from, to);
@@ -698,7 +694,10 @@ void RectRgn(const RgnHandle& r, const Rect& rect)
         r->region = Region(rect);
 }
 
-void SetRectRgn(const RgnHandle& r, Int left, Int top, Int right, Int bottom) { RectRgn(r, {top, left, bottom, right}); }
+void SetRectRgn(const RgnHandle& r, Int left, Int top, Int right, Int bottom)
+{
+    RectRgn(r, {top, left, bottom, right});
+}
 
 void CopyRgn(const RgnHandle& src, const RgnHandle& dst)
 {

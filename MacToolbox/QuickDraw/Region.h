@@ -20,13 +20,13 @@ public:
     using Edge = std::pair<Point, Point>;
     enum class Op { unite, intersect, subtract, exclusiveOr };
     /// The largest region that is no rectangle.
-    static constexpr Rect kReach {-(1 << 30), -(1 << 30), 1 << 30, 1 << 30};
+    static constexpr Rect kReach{-(1 << 30), -(1 << 30), 1 << 30, 1 << 30};
     /// The horizontal boundaries of a row, l0, r0, l1, r1 and so on, rising; the pixels l to r - 1 are inside.
     using Row = std::span<const std::int32_t>;
 
     Region() = default; ///< empty, bounds all zeros
     /// An empty rectangle gives the empty region.
-    explicit Region(const Rect& rect) : bounds_(rect.isEmpty() ? Rect {} : rect) {}
+    explicit Region(const Rect& rect) : bounds_(rect.isEmpty() ? Rect{} : rect) { }
     Region(const Region&) = default;
     Region& operator=(const Region&) = default;
     Region(Region&& other) noexcept { swap(other); }
@@ -78,14 +78,9 @@ public:
     }
 
     /// Calls `visit(top, bottom, row)` for each run of equal rows that is not empty, from the top down.
-    template <typename Visit>
-    void forEachBand(Visit&& visit) const
-    {
-        forEachBand(bounds_.top, bounds_.bottom, visit);
-    }
+    template <typename Visit> void forEachBand(Visit&& visit) const { forEachBand(bounds_.top, bounds_.bottom, visit); }
     /// The same for the bands that have rows from `top` to `bottom - 1`; the first and last may have others too.
-    template <typename Visit>
-    void forEachBand(Int top, Int bottom, Visit&& visit) const
+    template <typename Visit> void forEachBand(Int top, Int bottom, Visit&& visit) const
     {
         top = std::max(top, bounds_.top);
         bottom = std::min(bottom, bounds_.bottom);
@@ -130,12 +125,11 @@ private:
         std::vector<std::int32_t> firstBand; // a position in `bands_` for each 2^shift rows from bounds.top
 
         RowIndex() = default;
-        RowIndex(const RowIndex&) {} // a copy counts afresh
+        RowIndex(const RowIndex&) { } // a copy counts afresh
         RowIndex& operator=(const RowIndex&) { return asked = 0, *this; }
     };
 
-    template <typename Visit>
-    void visitRect(Visit&& visit) const
+    template <typename Visit> void visitRect(Visit&& visit) const
     {
         const std::int32_t edges[2] = {clampEdge(bounds_.left), clampEdge(bounds_.right)};
         if (edges[0] < edges[1])
@@ -154,10 +148,8 @@ private:
     /// The bands of this region; those of a rectangle are put into `room`.
     Row bandsIn(std::int32_t (&room)[5]) const;
     static void combineBands(Op op, const Region& a, const Region& b, Region& out);
-    template <typename Kind>
-    static void combineAs(const Region& a, const Region& b, Region& out);
-    template <typename Kind>
-    static void combineRects(const Region& a, const Region& b, Region& out);
+    template <typename Kind> static void combineAs(const Region& a, const Region& b, Region& out);
+    template <typename Kind> static void combineRects(const Region& a, const Region& b, Region& out);
     void becomeRect(const Rect& r) { bounds_ = r, bands_.size = 0, index_.asked = 0; }
     /// The first band that does not end above row `v`, which lies inside the bounds of a region that is no rectangle.
     const std::int32_t* bandAt(Int v) const
@@ -174,7 +166,8 @@ private:
     void indexRows() const;
 
     Rect bounds_;
-    Numbers bands_; // each band: top, bottom, count of boundaries, boundaries; empty rows are left out. None: a rectangle
+    Numbers
+        bands_; // each band: top, bottom, count of boundaries, boundaries; empty rows are left out. None: a rectangle
     mutable RowIndex index_;
 };
 
@@ -183,7 +176,7 @@ struct RgnRecord {
     Region region;
 
     RgnRecord() = default;
-    explicit RgnRecord(Region r) : region(std::move(r)) {}
+    explicit RgnRecord(Region r) : region(std::move(r)) { }
     const Rect& rgnBBox() const { return region.bounds(); }
 };
 using RgnHandle = std::shared_ptr<RgnRecord>;
@@ -197,8 +190,8 @@ struct RegionRecorder {
 // Game thread only. Nil handles do nothing and count as empty.
 
 RgnHandle NewRgn();
-inline void DisposRgn(const RgnHandle&) {}   ///< nothing: the region goes with its last reference
-inline void DisposeRgn(const RgnHandle&) {}  ///< nothing: the region goes with its last reference
+inline void DisposRgn(const RgnHandle&) { }  ///< nothing: the region goes with its last reference
+inline void DisposeRgn(const RgnHandle&) { } ///< nothing: the region goes with its last reference
 void RectRgn(const RgnHandle& r, const Rect& rect);
 void SetRectRgn(const RgnHandle& r, Int left, Int top, Int right, Int bottom);
 void CopyRgn(const RgnHandle& src, const RgnHandle& dst);

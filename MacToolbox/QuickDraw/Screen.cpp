@@ -55,7 +55,7 @@ static const AtRunStart sAfresh([] { Screen::shared().startAfresh(); });
 
 void Screen::startAfresh()
 {
-    std::fill(bits.baseAddr->bytes.begin(), bits.baseAddr->bytes.end(), Byte {0});
+    std::fill(bits.baseAddr->bytes.begin(), bits.baseAddr->bytes.end(), Byte{0});
     setViewport({20, 0, 342, 512});
     generation = 0;
     published_ = -1;
@@ -72,8 +72,8 @@ void Screen::setViewport(const Rect& r)
     viewport_.bottom = std::clamp(r.bottom, viewport_.top, bounds.bottom);
     viewport_.right = std::clamp(r.right, viewport_.left, bounds.right);
     const auto word = [](Int x) { return static_cast<std::uint64_t>(x) & 0xFFFF; };
-    sharedViewport_ = word(viewport_.top) << 48 | word(viewport_.left) << 32 | word(viewport_.bottom) << 16
-        | word(viewport_.right);
+    sharedViewport_ =
+        word(viewport_.top) << 48 | word(viewport_.left) << 32 | word(viewport_.bottom) << 16 | word(viewport_.right);
 }
 
 Rect Screen::sharedViewport() const
@@ -90,30 +90,30 @@ FramePtr Screen::snapshot() const
 
 namespace {
 
-    /// For each byte its eight pixels, a byte each.
-    struct UnpackTable {
-        Word pixels[256];
+/// For each byte its eight pixels, a byte each.
+struct UnpackTable {
+    Word pixels[256];
 
-        constexpr UnpackTable() : pixels()
-        {
-            for (Word byte = 0; byte < 256; ++byte) {
-                Word w = 0;
-                for (int i = 0; i < 8; ++i)
-                    w |= (byte >> (7 - i) & 1) << (56 - 8 * i);
-                pixels[byte] = inMemoryOrder(w);
-            }
-        }
-    };
-    constexpr UnpackTable kUnpack;
-
-    /// `count` pixels from the first bit of `row` on.
-    void unpackRow(const Byte* row, Int count, Byte* out)
+    constexpr UnpackTable() : pixels()
     {
-        for (; count >= 16; count -= 16, row += 2, out += 16)
-            store(out, Chunk {kUnpack.pixels[row[0]], kUnpack.pixels[row[1]]});
-        for (Int x = 0; x < count; ++x)
-            out[x] = row[x >> 3] >> (7 - (x & 7)) & 1;
+        for (Word byte = 0; byte < 256; ++byte) {
+            Word w = 0;
+            for (int i = 0; i < 8; ++i)
+                w |= (byte >> (7 - i) & 1) << (56 - 8 * i);
+            pixels[byte] = inMemoryOrder(w);
+        }
     }
+};
+constexpr UnpackTable kUnpack;
+
+/// `count` pixels from the first bit of `row` on.
+void unpackRow(const Byte* row, Int count, Byte* out)
+{
+    for (; count >= 16; count -= 16, row += 2, out += 16)
+        store(out, Chunk{kUnpack.pixels[row[0]], kUnpack.pixels[row[1]]});
+    for (Int x = 0; x < count; ++x)
+        out[x] = row[x >> 3] >> (7 - (x & 7)) & 1;
+}
 
 } // namespace
 
@@ -133,7 +133,8 @@ void Screen::publishNow()
         const BitMap& from = aligned ? bits : moved;
         const Byte* row = from.baseAddr->bytes.data() + (view.top - from.bounds.top) * from.rowBytes
             + ((view.left - from.bounds.left) >> 3);
-        for (Byte *out = frame->pixels.data(), *end = out + width * height; out < end; out += width, row += from.rowBytes)
+        for (Byte *out = frame->pixels.data(), *end = out + width * height; out < end;
+             out += width, row += from.rowBytes)
             unpackRow(row, width, out);
     }
     FramePtr old = frame;

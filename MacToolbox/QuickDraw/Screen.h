@@ -20,10 +20,10 @@ using FramePtr = std::shared_ptr<const Frame>;
 /// it says otherwise. Starts afresh with the run.
 class Screen {
 public:
-    static constexpr Rect bounds {0, 0, 342, 512};
+    static constexpr Rect bounds{0, 0, 342, 512};
 
-    const BitMap bits;     ///< 512 by 342, 64 bytes a row
-    Int generation = 0;    ///< counts drawing calls that touched `bits`
+    const BitMap bits;               ///< 512 by 342, 64 bytes a row
+    Int generation = 0;              ///< counts drawing calls that touched `bits`
     std::function<void()> onPublish; ///< called after each publish, on the game thread; may be empty
 
     static Screen& shared(); ///< any thread
@@ -58,7 +58,7 @@ private:
     void publishNow();
 
     Rect viewport_;
-    Int published_ = -1; // `generation` at the last publish
+    Int published_ = -1;                        // `generation` at the last publish
     std::atomic<std::uint64_t> sharedViewport_; // top, left, bottom, right, 16 bits each
     std::shared_ptr<FramePool> pool_;
     mutable std::mutex lock_; // guards `front_` alone

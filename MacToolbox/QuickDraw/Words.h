@@ -15,18 +15,13 @@ using Word = std::uint64_t;
 /// 128 pixels.
 using Chunk = Word __attribute__((vector_size(16)));
 
-template <typename T>
-T load(const Byte* p)
+template <typename T> T load(const Byte* p)
 {
     T value;
     std::memcpy(&value, p, sizeof value);
     return value;
 }
-template <typename T>
-void store(Byte* p, T value)
-{
-    std::memcpy(p, &value, sizeof value);
-}
+template <typename T> void store(Byte* p, T value) { std::memcpy(p, &value, sizeof value); }
 
 constexpr Word kEveryByte = 0x0101010101010101;
 
@@ -39,9 +34,9 @@ constexpr Word inMemoryOrder(Word leftmostOnTop)
 /// The pixels `from` to `to - 1` of a word, 0 <= from < to <= 64.
 constexpr Word maskOf(Int from, Int to)
 {
-    Word mask = ~Word {0} >> from;
+    Word mask = ~Word{0} >> from;
     if (to < 64)
-        mask &= ~(~Word {0} >> to);
+        mask &= ~(~Word{0} >> to);
     return inMemoryOrder(mask);
 }
 
@@ -64,11 +59,7 @@ struct Shift {
         : left(static_cast<unsigned>(pixels)), right(8 - left), high((0xFFU << left & 0xFFU) * kEveryByte), low(~high)
     {
     }
-    template <typename T>
-    T operator()(T here, T next) const
-    {
-        return (here << left & high) | (next >> right & low);
-    }
+    template <typename T> T operator()(T here, T next) const { return (here << left & high) | (next >> right & low); }
 };
 
 /// The rows of a bitmap whose every pixel lies inside its block.

@@ -140,13 +140,25 @@ TEST(GameRun, ARunCanBeLeftAnywhereAndUnwinds)
     };
     Int last = 0;
     left([&] { Delay(1'000'000, last); }, 100);
-    left([] { for (;;) SystemTask(); }, 100);
-    left([] { for (;;) StillDown(); }, 1000);
-    left([] {
-        GameThread::addHousekeeping([] { const CountsItsEnd inner; });
-        for (EventRecord event;;)
-            WaitNextEvent(everyEvent, event, 60, nullptr);
-    }, 0);
+    left(
+        [] {
+            for (;;)
+                SystemTask();
+        },
+        100);
+    left(
+        [] {
+            for (;;)
+                StillDown();
+        },
+        1000);
+    left(
+        [] {
+            GameThread::addHousekeeping([] { const CountsItsEnd inner; });
+            for (EventRecord event;;)
+                WaitNextEvent(everyEvent, event, 60, nullptr);
+        },
+        0);
 }
 
 TEST(GameRun, EveryEndGivesItsStatus)
@@ -156,12 +168,21 @@ TEST(GameRun, EveryEndGivesItsStatus)
         run.runToEnd(36000);
         return run.status();
     };
-    const auto idle = [] { for (EventRecord event;;) WaitNextEvent(everyEvent, event, 60, nullptr); };
+    const auto idle = [] {
+        for (EventRecord event;;)
+            WaitNextEvent(everyEvent, event, 60, nullptr);
+    };
     EXPECT_EQ(status([] { ExitToShell(); }), 0);
     EXPECT_EQ(status([] { ExitToShell(1); }), 1);
     EXPECT_EQ(status([] {}), 0) << "the game's closure returned";
     EXPECT_EQ(status(idle, "wait 3\nquit"), 0);
-    EXPECT_EQ(status([] { Int last; Delay(1'000'000, last); }, "quit"), 0);
+    EXPECT_EQ(status(
+                  [] {
+                      Int last;
+                      Delay(1'000'000, last);
+                  },
+                  "quit"),
+        0);
     EXPECT_EQ(status(idle, "wait 3"), std::nullopt) << "a script without a quit ends nothing";
 }
 

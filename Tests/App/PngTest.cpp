@@ -9,7 +9,7 @@ using namespace MacToolbox;
 
 TEST(Png, HoldsPlainBlackAndWhiteToThePixel)
 {
-    for (const auto& [width, height] : {std::pair<Int, Int> {512, 322}, {1, 1}, {13, 200}}) {
+    for (const auto& [width, height] : {std::pair<Int, Int>{512, 322}, {1, 1}, {13, 200}}) {
         Frame frame;
         frame.width = width, frame.height = height;
         for (Int i = 0; i < width * height; ++i)
@@ -17,7 +17,7 @@ TEST(Png, HoldsPlainBlackAndWhiteToThePixel)
         const auto file = makePNG(frame);
         ASSERT_TRUE(file);
 
-        png_image image {};
+        png_image image{};
         image.version = PNG_IMAGE_VERSION;
         ASSERT_TRUE(png_image_begin_read_from_memory(&image, file->data(), file->size()));
         EXPECT_EQ(image.format, static_cast<png_uint_32>(PNG_FORMAT_RGB)); // 8 bits, colour, no alpha
@@ -36,9 +36,9 @@ TEST(Png, HoldsPlainBlackAndWhiteToThePixel)
 
 TEST(Png, OfNothingIsNothing)
 {
-    EXPECT_FALSE(makePNG(Frame {}));
-    EXPECT_FALSE(makePNG(Frame {{}, 5, 0}));
-    EXPECT_FALSE(makePNG(Frame {Bytes(9), 5, 2})); // fewer pixels than it says
+    EXPECT_FALSE(makePNG(Frame{}));
+    EXPECT_FALSE(makePNG(Frame{{}, 5, 0}));
+    EXPECT_FALSE(makePNG(Frame{Bytes(9), 5, 2})); // fewer pixels than it says
     Screen::shared().startAfresh();
     EXPECT_FALSE(screenPNG());
 }

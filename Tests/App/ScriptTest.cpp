@@ -45,7 +45,8 @@ protected:
         while (const auto event = Input::take(-1, true)) {
             if (!all.empty())
                 all += ' ';
-            all += std::to_string(event->what) + ':' + std::to_string(event->message) + ':' + std::to_string(event->modifiers);
+            all += std::to_string(event->what) + ':' + std::to_string(event->message) + ':'
+                + std::to_string(event->modifiers);
         }
         return all;
     }
@@ -119,8 +120,14 @@ TEST_F(ScriptTest, PointsAreRelativeToTheViewport)
         const char* line;
         Int h, v;
     } cases[] = {
-        {"move 10 20", 10, 20}, {"move +5 -2", 5, -2}, {"move 10 x", 10, 0}, {"move 1.5 0x7", 0, 0}, {"move - +", 0, 0},
-        {"move 99999999999999999999 7", 0, 7}, {"move +-1 --1", 0, 0}, {"move  3   4  5", 3, 4},
+        {"move 10 20", 10, 20},
+        {"move +5 -2", 5, -2},
+        {"move 10 x", 10, 0},
+        {"move 1.5 0x7", 0, 0},
+        {"move - +", 0, 0},
+        {"move 99999999999999999999 7", 0, 7},
+        {"move +-1 --1", 0, 0},
+        {"move  3   4  5", 3, 4},
     };
     for (const auto& c : cases) {
         play(c.line);

@@ -100,7 +100,9 @@ TEST(MacRoman, EveryByteGoesThereAndBack)
 TEST(MacRoman, OneScalarOutsideTurnsAllAccentsToQuestionMarks)
 {
     EXPECT_EQ(macRoman("é"), Bytes{0x8E});
-    EXPECT_EQ(macRoman("é\xE4\xB8\xAD" "a"), (Bytes{'?', '?', 'a'}));
+    EXPECT_EQ(macRoman("é\xE4\xB8\xAD"
+                       "a"),
+        (Bytes{'?', '?', 'a'}));
     EXPECT_FALSE(macRomanStrict("\xE4\xB8\xAD"));
     EXPECT_FALSE(macRomanStrict("\xC3")); // cut short
     EXPECT_FALSE(macRomanStrict("\xC0\x80"));
@@ -115,8 +117,10 @@ TEST(CountedStrings, CutAndShort)
 
 TEST(Numbers, ReadWithoutChecking)
 {
-    const struct { const char* text; Int value; } kCases[] = {{"+12", 12}, {"-", 0}, {"-7", -7}, {"", 0}, {"1a", 59},
-        {"4294967295", -1}};
+    const struct {
+        const char* text;
+        Int value;
+    } kCases[] = {{"+12", 12}, {"-", 0}, {"-7", -7}, {"", 0}, {"1a", 59}, {"4294967295", -1}};
     for (const auto& c : kCases) {
         Int n = 99;
         StringToNum(pstr(c.text), n);

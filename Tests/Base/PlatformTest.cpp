@@ -10,7 +10,7 @@ namespace {
 
 class PlatformWith : public HeadlessPlatform {
 public:
-    explicit PlatformWith(std::map<std::string, std::string> variables) : variables_(std::move(variables)) {}
+    explicit PlatformWith(std::map<std::string, std::string> variables) : variables_(std::move(variables)) { }
     std::optional<std::string> environment(const std::string& name) override
     {
         const auto found = variables_.find(name);
@@ -40,7 +40,8 @@ TEST(Platform, DataFolderComesFromTheEnvironment)
     };
     for (const auto& c : cases)
         EXPECT_EQ(PlatformWith(c.variables).dataFolder(), c.folder);
-    EXPECT_NE(PlatformWith({}).dataFolder(), "/.local/share/The Wainroad") << "without HOME the password entry is asked";
+    EXPECT_NE(PlatformWith({}).dataFolder(), "/.local/share/The Wainroad")
+        << "without HOME the password entry is asked";
 }
 
 TEST(Platform, SoundIsMutedByExactly1AndByAnyScript)

@@ -111,7 +111,12 @@ TEST_F(Files, CreateOpenDeleteAnswerTheirCodes)
         EXPECT_EQ(HOpen(0, 0, pstr(name), 0, ref), permErr);
         EXPECT_EQ(HDelete(0, 0, pstr(name)), ioErr);
     }
-    const std::string tooLong(255, 'x'), twoBytes = [] { std::string s; for (int i = 0; i < 200; ++i) s += "é"; return s; }();
+    const std::string tooLong(255, 'x'), twoBytes = [] {
+        std::string s;
+        for (int i = 0; i < 200; ++i)
+            s += "é";
+        return s;
+    }();
     EXPECT_EQ(HCreate(0, 0, pstr(twoBytes), 0, 0), ioErr) << "400 bytes on the host";
     EXPECT_EQ(HOpen(0, 0, pstr(twoBytes), 0, ref), fnfErr);
     EXPECT_EQ(HCreate(0, 0, pstr(tooLong), 0, 0), noErr);
@@ -131,18 +136,30 @@ TEST_F(Files, TransfersMoveTheMark)
     pb.ioReqCount = 6;
     EXPECT_EQ(PBRead(pb), noErr);
     EXPECT_EQ(pb.ioActCount, 6) << "what was read counts, not what the block held";
-    EXPECT_EQ(block->bytes, bytesOf(std::string("\0\0\0\0" "0123", 8)));
+    EXPECT_EQ(block->bytes,
+        bytesOf(std::string("\0\0\0\0"
+                            "0123",
+            8)));
     pb.ioReqCount = 10;
     EXPECT_EQ(PBRead(pb), eofErr);
     EXPECT_EQ(pb.ioActCount, 4);
     EXPECT_EQ(PBRead(pb), eofErr);
     EXPECT_EQ(pb.ioActCount, 0);
 
-    const struct { const char* what; Int mode, offset, count; const char* read; OSErr err; } kReads[] = {
-        {"from start", fsFromStart, 8, 2, "89", noErr}, {"back from the end", fsFromLEOF, -3, 2, "78", noErr},
-        {"from the mark", fsFromMark, -1, 2, "89", noErr}, {"at the end", fsFromLEOF, 0, 1, "", eofErr},
-        {"below the start", fsFromStart, -5, 2, "01", noErr}, {"far beyond", fsFromStart, 1'000'000, 1, "", eofErr},
-        {"more than there is", fsFromStart, 9, 1'000'000'000'000, "9", eofErr}, {"a count below 0", fsFromStart, 0, -4, "", noErr},
+    const struct {
+        const char* what;
+        Int mode, offset, count;
+        const char* read;
+        OSErr err;
+    } kReads[] = {
+        {"from start", fsFromStart, 8, 2, "89", noErr},
+        {"back from the end", fsFromLEOF, -3, 2, "78", noErr},
+        {"from the mark", fsFromMark, -1, 2, "89", noErr},
+        {"at the end", fsFromLEOF, 0, 1, "", eofErr},
+        {"below the start", fsFromStart, -5, 2, "01", noErr},
+        {"far beyond", fsFromStart, 1'000'000, 1, "", eofErr},
+        {"more than there is", fsFromStart, 9, 1'000'000'000'000, "9", eofErr},
+        {"a count below 0", fsFromStart, 0, -4, "", noErr},
     };
     for (const auto& read : kReads) {
         SCOPED_TRACE(read.what);
@@ -336,8 +353,8 @@ TEST_F(Files, ChangeKeepsTypeModeAndLink)
     EXPECT_EQ(others({"Real", "Save", "._Real"}), "");
 }
 
-// Each host call fails once, or it and all later ones: the file is then the old one or the new one, whole and typed, and
-// it is the new one exactly if the save was told to be good.
+// Each host call fails once, or it and all later ones: the file is then the old one or the new one, whole and typed,
+// and it is the new one exactly if the save was told to be good.
 TEST_F(Files, AFailureAtAnyCallLosesNothing)
 {
     for (const bool attributes : {true, false})
@@ -356,13 +373,15 @@ TEST_F(Files, AFailureAtAnyCallLosesNothing)
                     const OSErr err = change ? changeInPlace() : saveAgain();
                     const bool reached = HostDisk::callsMade() > after;
                     HostDisk::setFaults({});
-                    SCOPED_TRACE(testing::Message() << "call " << after << " stays " << stays << " change " << change << " attributes " << attributes);
+                    SCOPED_TRACE(testing::Message() << "call " << after << " stays " << stays << " change " << change
+                                                    << " attributes " << attributes);
                     const std::string now = contents("Save");
                     const std::string& fresh = change ? std::string(kOld.size(), 'c') : kNew;
                     EXPECT_TRUE(now == (err == noErr ? fresh : kOld)) << now.size();
                     EXPECT_EQ(HostFiles::finderInfo(path("Save")).fdType, kType);
                     EXPECT_EQ(saveAgain(), noErr);
-                    EXPECT_EQ(others({"Save", "._Save"}), "") << "what could not be removed is found by the next replacement";
+                    EXPECT_EQ(others({"Save", "._Save"}), "")
+                        << "what could not be removed is found by the next replacement";
                     if (!reached)
                         break;
                 }
@@ -386,8 +405,8 @@ TEST_F(Files, AFullDiskKeepsTheOldSave)
     EXPECT_EQ(changeInPlace(), noErr) << "no room for a copy, but the file itself does not grow";
 }
 
-// The process ends before each call that changes something, in a save that goes well and in one that finds the disk full
-// and clears up: the next start finds one whole save and nothing else.
+// The process ends before each call that changes something, in a save that goes well and in one that finds the disk
+// full and clears up: the next start finds one whole save and nothing else.
 TEST_F(Files, AKillAtAnyCallLeavesAWholeFile)
 {
     const auto killed = [&](bool attributes, bool change, Int room, Int end) {
@@ -415,7 +434,8 @@ TEST_F(Files, AKillAtAnyCallLeavesAWholeFile)
             for (const Int room : {-1, 2500})
                 for (Int end = 0, exit = 9; exit == 9; ++end) {
                     exit = killed(attributes, change, room, end);
-                    SCOPED_TRACE(testing::Message() << "before change " << end << ", in place " << change << ", attributes " << attributes << ", room " << room);
+                    SCOPED_TRACE(testing::Message() << "before change " << end << ", in place " << change
+                                                    << ", attributes " << attributes << ", room " << room);
                     const std::string now = contents("Save"), fresh = change ? std::string(kOld.size(), 'c') : kNew;
                     EXPECT_TRUE(now == fresh || (now == kOld && exit != 0)) << now.size();
                     EXPECT_EQ(HostFiles::finderInfo(path("Save")).fdType, kType);

@@ -75,11 +75,15 @@ protected:
     std::string write(const char* name, const Bytes& bytes) const
     {
         const std::string path = folder_ + '/' + name;
-        std::ofstream(path, std::ios::binary).write(reinterpret_cast<const char*>(bytes.data()), std::streamsize(bytes.size()));
+        std::ofstream(path, std::ios::binary)
+            .write(reinterpret_cast<const char*>(bytes.data()), std::streamsize(bytes.size()));
         return path;
     }
 
-    Int open(const char* name, const std::vector<Item>& items) const { return ResourceManager::shared().open(write(name, fileOf(items))); }
+    Int open(const char* name, const std::vector<Item>& items) const
+    {
+        return ResourceManager::shared().open(write(name, fileOf(items)));
+    }
 
     std::string folder_;
 };
@@ -167,8 +171,9 @@ TEST_F(Resources, IndexesTypesAndNames)
 
 TEST_F(Resources, StringListsStopAtTheirEdges)
 {
-    open("a", {{"STR#", 1, std::string("\0\3\2ab\0\1c", 8)}, {"STR#", 2, std::string("\0\5\2ab\7x", 7)}, {"STR#", 3, "\1"},
-                  {"STR#", 4, std::string("\x80\0\1a", 4)}, {"STR ", 1, "\3abc"}, {"STR ", 2, ""}});
+    open("a",
+        {{"STR#", 1, std::string("\0\3\2ab\0\1c", 8)}, {"STR#", 2, std::string("\0\5\2ab\7x", 7)}, {"STR#", 3, "\1"},
+            {"STR#", 4, std::string("\x80\0\1a", 4)}, {"STR ", 1, "\3abc"}, {"STR ", 2, ""}});
     const auto get = [](Int id, Int index) {
         Str255 s = pstr("before");
         GetIndString(s, id, index);

@@ -40,7 +40,10 @@ MenuHandle gameMenu(Int id, const char* title, const char* items)
     return menu;
 }
 
-bool isQuitKey(const EventRecord& event) { return event.what == keyDown && (event.message & charCodeMask) == 'q' && (event.modifiers & cmdKey) != 0; }
+bool isQuitKey(const EventRecord& event)
+{
+    return event.what == keyDown && (event.message & charCodeMask) == 'q' && (event.modifiers & cmdKey) != 0;
+}
 
 } // namespace
 

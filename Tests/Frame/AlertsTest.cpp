@@ -29,8 +29,9 @@ class AlertsTest : public FrameTest {
 protected:
     AlertsTest()
     {
-        add("DITL", 600, ditl({{4, {60, 200, 80, 280}, bytesOf("OK")}, {0x80, {0, 0, 0, 0}, {}},
-                             {0x88, {10, 10, 50, 280}, bytesOf("^0 / ^1 / ^2 / ^3")}}));
+        add("DITL", 600,
+            ditl({{4, {60, 200, 80, 280}, bytesOf("OK")}, {0x80, {0, 0, 0, 0}, {}},
+                {0x88, {10, 10, 50, 280}, bytesOf("^0 / ^1 / ^2 / ^3")}}));
         add("DLOG", 600, dialogForm({0, 0, 100, 300}, 600));
         add("ALRT", 601, alertForm({0, 0, 100, 300}, 600));
         add("ALRT", 1001, alertForm({0, 0, 100, 300}, 600));
@@ -56,9 +57,9 @@ TEST_F(AlertsTest, TheDefaultButtonCanBeClickedAndReturned)
 
 TEST_F(AlertsTest, ADialogFindsItsFieldsItsRingAndItsRadioButtons)
 {
-    add("DITL", 610, ditl({{4, {60, 200, 80, 280}, bytesOf("OK")}, {0, {}, {}}, {16, {10, 10, 26, 100}, {}},
-                         {6, {30, 10, 46, 100}, bytesOf("A")}, {16, {50, 10, 66, 100}, {}},
-                         {6, {70, 10, 86, 100}, bytesOf("B")}}));
+    add("DITL", 610,
+        ditl({{4, {60, 200, 80, 280}, bytesOf("OK")}, {0, {}, {}}, {16, {10, 10, 26, 100}, {}},
+            {6, {30, 10, 46, 100}, bytesOf("A")}, {16, {50, 10, 66, 100}, {}}, {6, {70, 10, 86, 100}, bytesOf("B")}}));
     useResources();
     const DialogPtr dialog = NewDialog(nullptr, {50, 50, 170, 350}, {0}, true, 1, nullptr, false, 0, 610);
     SetDefaultButton(dialog, 1, 2);
@@ -139,26 +140,37 @@ TEST(Ends, FatalShowsItsWordsOnceAndEndsTheRun)
         return status;
     };
     std::string words, steps;
-    EXPECT_EQ(end([&] {
-        errorHooks().centeredAlert = [&](Int id) { steps += "alert" + std::to_string(id); };
-        errorHooks().flushConfig = [&] { steps += " flush"; };
-        errorHooks().closeNetwork = [&] { steps += " close"; };
-        Fatal(-192, "GetNewWindow");
-    }, words), 0);
+    EXPECT_EQ(end(
+                  [&] {
+                      errorHooks().centeredAlert = [&](Int id) { steps += "alert" + std::to_string(id); };
+                      errorHooks().flushConfig = [&] { steps += " flush"; };
+                      errorHooks().closeNetwork = [&] { steps += " close"; };
+                      Fatal(-192, "GetNewWindow");
+                  },
+                  words),
+        0);
     EXPECT_EQ(steps, "alert1000 flush close");
     EXPECT_EQ(words, "wainroad: error -192 in GetNewWindow\n");
 
-    EXPECT_EQ(end([] {
-        errorHooks().centeredAlert = [](Int id) { DCenteredAlert(id); };
-        Fatal(-192, "GetNewMBar");
-    }, words), 1) << "without any resources the alert itself is fatal";
+    EXPECT_EQ(end(
+                  [] {
+                      errorHooks().centeredAlert = [](Int id) { DCenteredAlert(id); };
+                      Fatal(-192, "GetNewMBar");
+                  },
+                  words),
+        1)
+        << "without any resources the alert itself is fatal";
     EXPECT_EQ(words, "wainroad: error -192 in GetNewMBar\nwainroad: error -192 in DCenteredAlert\n");
 
-    EXPECT_EQ(end([] {
-        errorHooks().centeredAlert = [](Int) { Fatal(1, "First"); };
-        errorHooks().flushConfig = [] { Fatal(2, "Second"); };
-        Fatal(-1, "Zeroth");
-    }, words), 1) << "nor do the last steps go round";
+    EXPECT_EQ(end(
+                  [] {
+                      errorHooks().centeredAlert = [](Int) { Fatal(1, "First"); };
+                      errorHooks().flushConfig = [] { Fatal(2, "Second"); };
+                      Fatal(-1, "Zeroth");
+                  },
+                  words),
+        1)
+        << "nor do the last steps go round";
     EXPECT_EQ(words, "wainroad: error -1 in Zeroth\nwainroad: error 1 in First\nwainroad: error 2 in Second\n");
 
     EXPECT_EQ(end([] { DiskError(-77, false); }, words), 0);
@@ -182,12 +194,16 @@ TEST_F(AlertsTest, RectanglesAreCentredInTheWindowOrOnTheScreen)
 TEST(Utils, CountedStringsAreCutAndJoined)
 {
     const struct {
-        const char *text;
+        const char* text;
         Int start, length;
         const char *with, *result;
     } cases[] = {
-        {"the wide river", 0, 4, "", "wide river"}, {"abc", 3, 0, "d", "abcd"}, {"abc", 4, 0, "d", "abc"},
-        {"abc", 1, 99, "X", "aX"},                   {"", 0, 0, "x", "x"},       {"abc", -1, 1, "x", "abc"},
+        {"the wide river", 0, 4, "", "wide river"},
+        {"abc", 3, 0, "d", "abcd"},
+        {"abc", 4, 0, "d", "abc"},
+        {"abc", 1, 99, "X", "aX"},
+        {"", 0, 0, "x", "x"},
+        {"abc", -1, 1, "x", "abc"},
     };
     for (const auto& c : cases) {
         Str255 s = pstr(c.text);
@@ -219,7 +235,8 @@ TEST(Utils, NumbersGetCommasAndCents)
         NumToCommas(n, s);
         EXPECT_EQ(string(s), text);
     }
-    const std::pair<Int, const char*> amounts[] = {{0, "0.00"}, {5, "0.05"}, {123456, "1,234.56"}, {-5, "-0.05"}, {-250, "-2.50"}};
+    const std::pair<Int, const char*> amounts[] = {
+        {0, "0.00"}, {5, "0.05"}, {123456, "1,234.56"}, {-5, "-0.05"}, {-250, "-2.50"}};
     for (const auto& [n, text] : amounts) {
         Str255 s;
         CentsToString(n, s);

@@ -33,9 +33,10 @@ protected:
     {
         sPressed.clear();
         sSetUp = std::move(setUp);
-        add("DITL", kFields, ditl({{4, {10, 150, 30, 200}, bytesOf("No")}, {16, {10, 10, 26, 90}, bytesOf("one")},
-                                 {16, {40, 10, 56, 90}, bytesOf("two")}, {4, {70, 150, 90, 200}, bytesOf("OK")},
-                                 {16, {70, 10, 120, 90}, {}}}));
+        add("DITL", kFields,
+            ditl({{4, {10, 150, 30, 200}, bytesOf("No")}, {16, {10, 10, 26, 90}, bytesOf("one")},
+                {16, {40, 10, 56, 90}, bytesOf("two")}, {4, {70, 150, 90, 200}, bytesOf("OK")},
+                {16, {70, 10, 120, 90}, {}}}));
         useResources();
         return open(FieldsPanel);
     }

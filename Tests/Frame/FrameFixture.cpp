@@ -77,7 +77,17 @@ Bytes ditl(const std::vector<ItemSpec>& items)
 
 Bytes cntl(Int procID, Int refCon, std::string_view title, bool visible)
 {
-    return Form().rect({0, 0, 50, 100}).u16(0).u8(visible).u8(0).u16(1).u16(0).u16(procID).u32(refCon).counted(title).bytes;
+    return Form()
+        .rect({0, 0, 50, 100})
+        .u16(0)
+        .u8(visible)
+        .u8(0)
+        .u16(1)
+        .u16(0)
+        .u16(procID)
+        .u32(refCon)
+        .counted(title)
+        .bytes;
 }
 
 FrameTest::FrameTest()
@@ -95,10 +105,7 @@ FrameTest::FrameTest()
     pump(3);
 }
 
-FrameTest::~FrameTest()
-{
-    RootClose(gWindow);
-}
+FrameTest::~FrameTest() { RootClose(gWindow); }
 
 void FrameTest::pump(Int passes)
 {

@@ -42,8 +42,9 @@ protected:
         add("CNTL", 22, cntl(0, kIcon, "Plain"));
         add("ICON", kIcon, Bytes(128, 0xFF));
         add("ICON", kOtherIcon, Bytes(127, 0xFF));
-        add("DITL", kItems, ditl({{7, {10, 10, 60, 52}, idBytes(20)}, {7, {10, 100, 60, 142}, idBytes(21)},
-                                {7, {70, 10, 90, 90}, idBytes(22)}, {7, {70, 100, 120, 240}, idBytes(20)}}));
+        add("DITL", kItems,
+            ditl({{7, {10, 10, 60, 52}, idBytes(20)}, {7, {10, 100, 60, 142}, idBytes(21)},
+                {7, {70, 10, 90, 90}, idBytes(22)}, {7, {70, 100, 120, 240}, idBytes(20)}}));
         useResources();
         RegisterControls();
         LoadButtonImages();
@@ -54,8 +55,10 @@ protected:
     {
         const Rect key = IconKeyRect(view.r);
         const Int top = key.top + kTop;
-        const bool icon = black(key.left + 10, top + 20) && black(key.left + 11, top + 20) && black(key.left + 12, top + 21);
-        const bool down = black(key.left + 1, top + 1) && black(key.left + 12, top + 1) && black(key.left + 1, top + 44);
+        const bool icon =
+            black(key.left + 10, top + 20) && black(key.left + 11, top + 20) && black(key.left + 12, top + 21);
+        const bool down =
+            black(key.left + 1, top + 1) && black(key.left + 12, top + 1) && black(key.left + 1, top + 44);
         return down ? "down" : icon ? "up" : "off";
     }
 };

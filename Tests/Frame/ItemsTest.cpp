@@ -44,10 +44,7 @@ protected:
         useResources();
         return open(ItemsPanel);
     }
-    static Int value(View& view, Int item)
-    {
-        return GetCtlValue(*GetItem(view, item)->dataAs<ControlHandle>());
-    }
+    static Int value(View& view, Int item) { return GetCtlValue(*GetItem(view, item)->dataAs<ControlHandle>()); }
     using Clicks = std::vector<std::pair<Int, Int>>;
 };
 
@@ -138,8 +135,9 @@ TEST_F(ItemsTest, OnlyUserItemsAreInstalledOver)
 
 TEST_F(ItemsTest, ARadioGroupTellsWhichButtonIsOn)
 {
-    add("DITL", kRadios, ditl({{6, {0, 0, 16, 80}, bytesOf("Red")}, {6, {20, 0, 36, 80}, bytesOf("Blue")},
-                             {6, {40, 0, 56, 80}, bytesOf("White")}}));
+    add("DITL", kRadios,
+        ditl({{6, {0, 0, 16, 80}, bytesOf("Red")}, {6, {20, 0, 36, 80}, bytesOf("Blue")},
+            {6, {40, 0, 56, 80}, bytesOf("White")}}));
     sInstall = [](View& view) { InstallUserItem(view, 2, RadioGroup, kRadios); };
     View& panel = openWith({{136, {0, 0, 10, 100}, bytesOf("Hue")}, {0, {20, 20, 90, 120}, {}}});
     View& group = *GetItem(panel, 2);
@@ -185,9 +183,9 @@ TEST_F(ItemsTest, AListAnswersItsRowsAndHasAScrollBarThatCanBeSeen)
 TEST_F(ItemsTest, MissingPicturesIconsAndControlsAreEmptyItems)
 {
     add("CNTL", 12, Form().u32(0).bytes); // far too short
-    View& panel = openWith({{32, {0, 0, 32, 32}, idBytes(900)}, {64, {40, 0, 72, 32}, idBytes(900)},
-        {7, {80, 0, 112, 32}, idBytes(900)}, {7, {120, 0, 150, 32}, idBytes(12)}, {7, {160, 0, 180, 32}, {}},
-        {32, {0, 100, 32, 132}, {}}});
+    View& panel = openWith(
+        {{32, {0, 0, 32, 32}, idBytes(900)}, {64, {40, 0, 72, 32}, idBytes(900)}, {7, {80, 0, 112, 32}, idBytes(900)},
+            {7, {120, 0, 150, 32}, idBytes(12)}, {7, {160, 0, 180, 32}, {}}, {32, {0, 100, 32, 132}, {}}});
     ASSERT_EQ(panel.children.size(), 6U);
     for (Int n = 3; n <= 5; ++n)
         click(*GetItem(panel, n));

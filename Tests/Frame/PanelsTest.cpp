@@ -33,8 +33,7 @@ Int tell(char letter, View& view, Msg& msg)
     return sBehaviour[letter].descriptor;
 }
 
-template <char Letter>
-Int procOf(View& view, Msg& msg) { return tell(Letter, view, msg); }
+template <char Letter> Int procOf(View& view, Msg& msg) { return tell(Letter, view, msg); }
 
 const ViewProc A{procOf<'A'>}, B{procOf<'B'>}, C{procOf<'C'>}, D{procOf<'D'>};
 
@@ -42,8 +41,9 @@ class PanelsTest : public FrameTest {
 protected:
     PanelsTest()
     {
-        add("DITL", kButtons, ditl({{4, {10, 10, 30, 60}, bytesOf("One")}, {0, {40, 10, 60, 60}, {}},
-                                  {4, {70, 10, 90, 60}, bytesOf("Two")}, {0x84, {10, 70, 30, 110}, bytesOf("No")}}));
+        add("DITL", kButtons,
+            ditl({{4, {10, 10, 30, 60}, bytesOf("One")}, {0, {40, 10, 60, 60}, {}},
+                {4, {70, 10, 90, 60}, bytesOf("Two")}, {0x84, {10, 70, 30, 110}, bytesOf("No")}}));
         add("DITL", kFields, ditl({{16, {10, 10, 26, 90}, {}}}));
         useResources();
         sBehaviour.clear();

@@ -19,16 +19,44 @@ protected:
         for (Int id = 1; id <= 9; ++id)
             add("snd ", id, sound(id * kRate / 2, id)); // half a second each, times the id
         add("snd ", 9007, sound(kRate, 7));
-        add("MENU", 1003, Form().u16(1003).zeros(8).u32(-1).counted("Play").counted("Intro").zeros(4).counted("Sound")
-                              .u8(0).u8(0).u8(18).u8(0).u8(0).bytes);
+        add("MENU", 1003,
+            Form()
+                .u16(1003)
+                .zeros(8)
+                .u32(-1)
+                .counted("Play")
+                .counted("Intro")
+                .zeros(4)
+                .counted("Sound")
+                .u8(0)
+                .u8(0)
+                .u8(18)
+                .u8(0)
+                .u8(0)
+                .bytes);
         useResources();
         SetMenuBar({GetMenu(1003)});
         SoundInit();
     }
     static Bytes sound(Int samples, Int value)
     {
-        return Form().u16(1).u16(1).u16(5).u32(0).u16(1).u16(0x8051).u16(0).u32(20)
-            .u32(0).u32(samples).u32(kRate << 16).u32(0).u32(0).u8(0).u8(60).raw(Bytes(std::size_t(samples), std::uint8_t(value)))
+        return Form()
+            .u16(1)
+            .u16(1)
+            .u16(5)
+            .u32(0)
+            .u16(1)
+            .u16(0x8051)
+            .u16(0)
+            .u32(20)
+            .u32(0)
+            .u32(samples)
+            .u32(kRate << 16)
+            .u32(0)
+            .u32(0)
+            .u8(0)
+            .u8(60)
+            .raw(Bytes(std::size_t(samples), std::uint8_t(value)))
             .bytes;
     }
     void wait(Int ticks)

@@ -161,7 +161,8 @@ TEST_F(SpritesTest, AnUnchangedSpriteCostsNoDrawing)
 TEST_F(SpritesTest, DrawingStaysInsideTheWorld)
 {
     std::mt19937 random(5);
-    const SpriteRef s = AddSprite(world, randomFrames(random, 1), nullptr, 0, 0, 4, world.bounds.right - 3, world.bounds.top - 4);
+    const SpriteRef s =
+        AddSprite(world, randomFrames(random, 1), nullptr, 0, 0, 4, world.bounds.right - 3, world.bounds.top - 4);
     s->moveInterval = s->moveDV = 1;
     SWAnimate(world, nullptr, true, true);
     EXPECT_EQ(blackIn({kTop + 10, world.bounds.right, kTop + 310, 500}), 0);
@@ -209,7 +210,8 @@ TEST_F(SpritesTest, LoopsRunTheirBodyOnceMoreThanTheyCount)
     EXPECT_EQ(run(script({rec(5), rec(1, {1}), rec(7, {2, 0, 0}), rec(4, {0}), rec(255)}), 9),
         (Seen{"0,0:1", "0,0:2", "0,0:3", "0,0:0!"}));
     SWDispose(world);
-    EXPECT_EQ(run(script({rec(6), rec(1, {1}), rec(7, {0, 0, 0})}), 5), (Seen{"0,0:3", "0,0:2", "0,0:1", "0,0:0", "0,0:3"}))
+    EXPECT_EQ(
+        run(script({rec(6), rec(1, {1}), rec(7, {0, 0, 0})}), 5), (Seen{"0,0:3", "0,0:2", "0,0:1", "0,0:0", "0,0:3"}))
         << "a count of 0 loops for ever";
 }
 

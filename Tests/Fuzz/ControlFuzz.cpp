@@ -27,7 +27,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     HiliteControl(c, 0);
     ShowControl(c);
     const Rect r = c->contrlRect;
-    for (const Point p : {Point {r.top, r.left}, Point {(r.top + r.bottom) / 2, (r.left + r.right) / 2}, Point {r.bottom - 1, r.right - 1}}) {
+    for (const Point p : {Point{r.top, r.left}, Point{(r.top + r.bottom) / 2, (r.left + r.right) / 2},
+             Point{r.bottom - 1, r.right - 1}}) {
         ToolboxMachine::click({p.v + 40, p.h + 40});
         TrackControl(c, p, nullptr);
     }

@@ -20,15 +20,15 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     ByteReader entry(familyBytes, 58); // the strike has the number that the family's first entry names
 
     startRunAfresh();
-    const FontMaker::OpenFile file {{{os("FOND"), 3}, familyBytes}, {{os("NFNT"), entry.s16()}, strikeBytes},
+    const FontMaker::OpenFile file{{{os("FOND"), 3}, familyBytes}, {{os("NFNT"), entry.s16()}, strikeBytes},
         {{os("FONT"), 3 * 128 + 12}, strikeBytes}};
-    const auto port = std::make_shared<GrafPort>(Rect {-3, -5, 40, 60});
+    const auto port = std::make_shared<GrafPort>(Rect{-3, -5, 40, 60});
     const PortScope scope(port);
     TextFont(3), TextSize(input[1]), TextMode(input[2]);
     Bytes all(256);
     for (std::size_t c = 0; c < all.size(); ++c)
         all[c] = static_cast<std::uint8_t>(c);
-    for (const Int face : {Int {input[0]}, Int {normal}}) {
+    for (const Int face : {Int{input[0]}, Int{normal}}) {
         TextFace(face);
         FontInfo info;
         GetFontInfo(info);

@@ -10,7 +10,7 @@ namespace {
 void call(const ListHandle& list, Int which, Int a, Int b, Int c)
 {
     Bytes bytes;
-    Cell cell {a, 0};
+    Cell cell{a, 0};
     Rect rect;
     switch (which & 15) {
     case 0: LAddRow(a % 20, b, list); break;
@@ -42,7 +42,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         const auto number = [&](std::size_t at) { return I(static_cast<std::int8_t>(data[i + at])); };
         call(list, data[i], number(1), number(2), number(3));
         require(list->cells.size() == list->selected.size() && list->dataBounds.bottom == list->rowCount());
-        require(list->visible.top >= 0 && list->visible.top <= list->maxTop() && list->vScroll->contrlMax == list->maxTop());
+        require(list->visible.top >= 0 && list->visible.top <= list->maxTop()
+            && list->vScroll->contrlMax == list->maxTop());
     }
     LDispose(list);
     return 0;

@@ -47,13 +47,17 @@ static const std::string& resources()
 {
     static const std::string& path = *new std::string([] { // leaked: the last step of the process needs it
         const Bytes frame = Form().u16(1).u32(20).u32(0).u16(2).rect({0, 0, 1, 16}).u8(0xFE).u8(0xFF).bytes;
-        const Bytes control = Form().rect({0, 0, 50, 90}).u16(0).u8(1).u8(0).u16(1).u16(0).u16(160).u32(128).counted("a\rb").bytes;
+        const Bytes control =
+            Form().rect({0, 0, 50, 90}).u16(0).u8(1).u8(0).u16(1).u16(0).u16(160).u32(128).counted("a\rb").bytes;
         const Bytes bar = Form().rect({0, 0, 90, 16}).u16(3).u8(1).u8(0).u16(9).u16(0).u16(16).u32(0).u8(0).bytes;
-        const Bytes file = resourceFile({{os("FONT"), 12, boxFont()}, {os("Imag"), 128, frame}, {os("Imag"), 129, frame},
-            {os("ICON"), 128, Bytes(128, 0xF0)}, {os("CNTL"), 128, control}, {os("CNTL"), 129, bar}, {os("DITL"), kItems, {}},
+        const Bytes file = resourceFile({{os("FONT"), 12, boxFont()}, {os("Imag"), 128, frame},
+            {os("Imag"), 129, frame}, {os("ICON"), 128, Bytes(128, 0xF0)}, {os("CNTL"), 128, control},
+            {os("CNTL"), 129, bar}, {os("DITL"), kItems, {}},
             {os("PICT"), 128, Form().u16(0).rect({0, 0, 9, 9}).u16(0x1101).u8(0x31).rect({0, 0, 5, 5}).u8(255).bytes}});
-        const std::string name = std::filesystem::temp_directory_path() / ("panels-" + std::to_string(::getpid()) + ".rsrc");
-        std::ofstream(name, std::ios::binary).write(reinterpret_cast<const char*>(file.data()), std::streamsize(file.size()));
+        const std::string name =
+            std::filesystem::temp_directory_path() / ("panels-" + std::to_string(::getpid()) + ".rsrc");
+        std::ofstream(name, std::ios::binary)
+            .write(reinterpret_cast<const char*>(file.data()), std::streamsize(file.size()));
         std::atexit([] { std::filesystem::remove(resources()); });
         return name;
     }());

@@ -1,5 +1,5 @@
-// What `rsrc show`, `rsrc png`, `rsrc sheet` and `rsrc check` do with resources of any contents. The first byte chooses a
-// form; all bytes are also read as a whole resource file.
+// What `rsrc show`, `rsrc png`, `rsrc sheet` and `rsrc check` do with resources of any contents. The first byte chooses
+// a form; all bytes are also read as a whole resource file.
 
 #include "Tools/rsrc/Check.h"
 #include "Tools/rsrc/Forms.h"

@@ -23,9 +23,11 @@ class FuzzPlatform final : public HeadlessPlatform {
 public:
     std::optional<std::string> environment(const std::string& name) override
     {
-        return name == "WR_SCRIPT" ? std::optional(script) : name == "WR_OUT" ? std::optional<std::string>("/dev/null") : std::nullopt;
+        return name == "WR_SCRIPT" ? std::optional(script)
+            : name == "WR_OUT"     ? std::optional<std::string>("/dev/null")
+                                   : std::nullopt;
     }
-    void post(std::function<void()>) override {}
+    void post(std::function<void()>) override { }
 
     std::string script;
 };

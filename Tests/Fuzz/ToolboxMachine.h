@@ -48,12 +48,19 @@ private:
     {
         static const std::string path = [&] {
             const Bytes bytes = resourceFile({{os("FONT"), 12, boxFont()}, {os("ICON"), 128, Bytes(128, 0xF0)},
-                {os("PICT"), 128, Form().u16(0).rect({0, 0, 9, 9}).u16(0x1101).u8(0x31).rect({0, 0, 5, 5}).u8(255).bytes},
-                {os("CNTL"), 128, Form().rect({0, 0, 90, 16}).u16(3).u8(1).u8(0).u16(9).u16(0).u16(16).u32(0).u8(0).bytes},
+                {os("PICT"), 128,
+                    Form().u16(0).rect({0, 0, 9, 9}).u16(0x1101).u8(0x31).rect({0, 0, 5, 5}).u8(255).bytes},
+                {os("CNTL"), 128,
+                    Form().rect({0, 0, 90, 16}).u16(3).u8(1).u8(0).u16(9).u16(0).u16(16).u32(0).u8(0).bytes},
                 {type, id, {}}});
-            const std::string name = std::filesystem::temp_directory_path() / ("toolbox-" + std::to_string(::getpid()) + ".rsrc");
-            std::ofstream(name, std::ios::binary).write(reinterpret_cast<const char*>(bytes.data()), std::streamsize(bytes.size()));
-            std::atexit([] { std::filesystem::remove(std::filesystem::temp_directory_path() / ("toolbox-" + std::to_string(::getpid()) + ".rsrc")); });
+            const std::string name =
+                std::filesystem::temp_directory_path() / ("toolbox-" + std::to_string(::getpid()) + ".rsrc");
+            std::ofstream(name, std::ios::binary)
+                .write(reinterpret_cast<const char*>(bytes.data()), std::streamsize(bytes.size()));
+            std::atexit([] {
+                std::filesystem::remove(
+                    std::filesystem::temp_directory_path() / ("toolbox-" + std::to_string(::getpid()) + ".rsrc"));
+            });
             return name;
         }();
         return path;

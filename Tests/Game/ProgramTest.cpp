@@ -22,16 +22,16 @@ class Program {
 public:
     Program(const std::string& name, const std::string& script, const TemporaryFolder& folder)
         : child_([&] {
-            setenv("WR_HEADLESS", "", 1);
-            setenv("WR_DATA", folder.path("data").c_str(), 1);
-            setenv("WR_OUT", folder.path().c_str(), 1);
-            setenv("WR_DATE", "1848-04-01", 1);
-            if (!script.empty())
-                setenv("WR_SCRIPT", folder.write("the.script", script).c_str(), 1);
-            const std::string path = MacToolbox::Platform::current().programFolder() + "/" + name;
-            execl(path.c_str(), path.c_str(), nullptr);
-            std::abort();
-        })
+              setenv("WR_HEADLESS", "", 1);
+              setenv("WR_DATA", folder.path("data").c_str(), 1);
+              setenv("WR_OUT", folder.path().c_str(), 1);
+              setenv("WR_DATE", "1848-04-01", 1);
+              if (!script.empty())
+                  setenv("WR_SCRIPT", folder.write("the.script", script).c_str(), 1);
+              const std::string path = MacToolbox::Platform::current().programFolder() + "/" + name;
+              execl(path.c_str(), path.c_str(), nullptr);
+              std::abort();
+          })
     {
     }
     int wait(double seconds = kPatience) { return child_.wait(seconds); }

@@ -96,8 +96,9 @@ TEST(Quit, FromAnyScreenOfTheRoad)
         const ViewProc* column;
         Int item;
     };
-    for (const Way& way : {Way{&LeftButtonsPanel, 3}, {&LeftButtonsPanel, 4}, {&LeftButtonsPanel, 5}, {&RightButtonsPanel, 2},
-             {&RightButtonsPanel, 3}, {&RightButtonsPanel, 4}, {&RightButtonsPanel, 5}, {&RightButtonsPanel, 6}}) {
+    for (const Way& way :
+        {Way{&LeftButtonsPanel, 3}, {&LeftButtonsPanel, 4}, {&LeftButtonsPanel, 5}, {&RightButtonsPanel, 2},
+            {&RightButtonsPanel, 3}, {&RightButtonsPanel, 4}, {&RightButtonsPanel, 5}, {&RightButtonsPanel, 6}}) {
         SCOPED_TRACE((way.column == &LeftButtonsPanel ? "left " : "right ") + std::to_string(way.item));
         GameRun run(Wainroad_main);
         ASSERT_TRUE(run.runUntil(atTitle));

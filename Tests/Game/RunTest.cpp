@@ -60,7 +60,8 @@ TEST(Run, AQuitRequestEndsTheGameWhereverItIsOnTheWayToTheTitle)
         run.advance(ticks);
         Input::requestQuit();
         run.advance(120);
-        if (run.running()) // asked before the game empties its queue at its start: the key is lost, and a second one quits
+        if (run.running()) // asked before the game empties its queue at its start: the key is lost, and a second one
+                           // quits
             Input::requestQuit();
         EXPECT_TRUE(run.runToEnd(1200)) << "asked after " << ticks << " ticks";
         EXPECT_EQ(run.status(), 0);

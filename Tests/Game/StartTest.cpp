@@ -44,8 +44,8 @@ End startOn(const std::vector<std::string>& folders, const std::string& script =
 
 bool atTitle() { return FindPanel(TitlePanel) != nullptr; }
 
-const Bytes kAlertItems = Form().u16(1).u32(0).rect({60, 200, 80, 280}).u8(4).u8(2).text("OK").u32(0).rect({0, 0, 0, 0})
-                              .u8(0x80).u8(0).bytes;
+const Bytes kAlertItems =
+    Form().u16(1).u32(0).rect({60, 200, 80, 280}).u8(4).u8(2).text("OK").u32(0).rect({0, 0, 0, 0}).u8(0x80).u8(0).bytes;
 const Bytes kAlert = Form().rect({0, 0, 100, 300}).u16(1).u32(0).u32(0).u16(1000).counted("").bytes;
 
 } // namespace
@@ -55,7 +55,8 @@ TEST(Start, WithoutABundleItStopsAtOnce)
     const TemporaryFolder folder;
     const End end = startOn({folder.path("no"), folder.path("nowhere")});
     EXPECT_EQ(end.status, 1);
-    EXPECT_EQ(end.words, "could not load resource bundle: from " + folder.path("no") + ", " + folder.path("nowhere") + "\n");
+    EXPECT_EQ(
+        end.words, "could not load resource bundle: from " + folder.path("no") + ", " + folder.path("nowhere") + "\n");
 }
 
 TEST(Start, AnEmptyBundleEndsInWordsNotInALoop)
@@ -71,8 +72,8 @@ TEST(Start, AMissingResourceIsShownAndEndsTheGameNormally)
     const Bytes alert = kAlert, items = kAlertItems;
     const Bytes window = Form().rect({20, 0, 342, 512}).u16(2).u16(0).u16(0).u32(0).counted("").bytes;
     const Bytes frame = Form().u16(1).u32(20).u32(0).u16(2).rect({0, 0, 1, 16}).u8(0xFE).u8(0xFF).bytes;
-    const std::vector<ToyResource> shown{{os("DLOG"), 1000, alert}, {os("DITL"), 1000, items}, {os("FONT"), 12, boxFont()},
-        {os("STR#"), 3000, Form().u16(5).zeros(4).counted("Settings").bytes}};
+    const std::vector<ToyResource> shown{{os("DLOG"), 1000, alert}, {os("DITL"), 1000, items},
+        {os("FONT"), 12, boxFont()}, {os("STR#"), 3000, Form().u16(5).zeros(4).counted("Settings").bytes}};
     auto more = shown;
     const std::pair<ToyResource, const char*> steps[] = {
         {{os("WIND"), 1000, window}, "GetNewWindow"},
@@ -92,7 +93,8 @@ TEST(Start, AMissingResourceIsShownAndEndsTheGameNormally)
 TEST(Start, DamagedResourceFilesNeverCrash)
 {
     const TemporaryFolder folder;
-    for (const std::string& contents : {std::string(), std::string(15, 'x'), std::string(4096, '\xFF'), std::string(70000, '\0')}) {
+    for (const std::string& contents :
+        {std::string(), std::string(15, 'x'), std::string(4096, '\xFF'), std::string(70000, '\0')}) {
         folder.write("System.rsrc", contents);
         folder.write("Wainroad.rsrc", contents);
         EXPECT_EQ(startOn({folder.path()}).status, 1);
@@ -119,7 +121,8 @@ TEST(MainLoop, MenuChoicesReachTheirCommands)
     run.advance(10);
     EXPECT_FALSE(gSoundOn);
     EXPECT_EQ(MenuBar::dump().find("Sound *"), std::string::npos) << "the mark went with it";
-    for (const auto& [menu, item] : {std::pair<Int, Int>{kAppleMenu, 7}, {kFileMenu, 99}, {77, 1}, {kEditMenu, 3}, {kFileMenu, kFileToTitle}})
+    for (const auto& [menu, item] :
+        {std::pair<Int, Int>{kAppleMenu, 7}, {kFileMenu, 99}, {77, 1}, {kEditMenu, 3}, {kFileMenu, kFileToTitle}})
         run.choose(menu, item);
     EXPECT_TRUE(run.advance(60));
     EXPECT_TRUE(atTitle());

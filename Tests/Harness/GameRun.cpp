@@ -19,12 +19,13 @@ constexpr int kAbandoned = -1;
 
 } // namespace
 
-GameRun::GameRun(std::function<void()> program) : GameRun(std::move(program), Setup{}) {}
+GameRun::GameRun(std::function<void()> program) : GameRun(std::move(program), Setup{}) { }
 
 GameRun::GameRun(std::function<void()> program, Setup setup)
 {
     auto& variables = machine_.platform.variables.emplace(std::move(setup.environment));
-    variables.insert({{"WR_HEADLESS", ""}, {"WR_DATA", data_.path()}, {"WR_OUT", out_.path()}, {"WR_DATE", "1848-04-01"}});
+    variables.insert(
+        {{"WR_HEADLESS", ""}, {"WR_DATA", data_.path()}, {"WR_OUT", out_.path()}, {"WR_DATE", "1848-04-01"}});
     if (!setup.script.empty())
         variables["WR_SCRIPT"] = out_.write("the.script", setup.script);
     machine_.platform.resources = std::move(setup.resources);
@@ -108,7 +109,8 @@ void GameRun::letRun(Nanos until, std::function<bool()> condition)
     passed_.notify_all();
     if (passed_.wait_for(lock, kRealPatience, [this] { return turn_ == Turn::test; }))
         return;
-    std::fprintf(stderr, "The game has not yielded for %lld s: it hangs.\n", static_cast<long long>(kRealPatience.count()));
+    std::fprintf(
+        stderr, "The game has not yielded for %lld s: it hangs.\n", static_cast<long long>(kRealPatience.count()));
     std::abort();
 }
 

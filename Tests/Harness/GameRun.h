@@ -33,8 +33,8 @@ class GameRun {
 public:
     struct Setup {
         std::string script;                             ///< If not empty, the file that WR_SCRIPT names
-        std::map<std::string, std::string> environment; ///< Added to, or in place of: WR_HEADLESS, WR_DATA (an own empty
-                                                        ///< folder), WR_OUT (another), WR_DATE (1848-04-01)
+        std::map<std::string, std::string> environment; ///< Added to, or in place of: WR_HEADLESS, WR_DATA (an own
+                                                        ///< empty folder), WR_OUT (another), WR_DATE (1848-04-01)
         std::vector<std::string> resources;             ///< Folders of resource files; none: those of the executable
     };
     static constexpr Int kPatience = 60 * 60 * 10; ///< ticks: ten minutes of the game
@@ -54,8 +54,8 @@ public:
     /// Lets the game run to its end. @return False if it did not end in that time.
     bool runToEnd(Int mostTicks = kPatience);
 
-    /// Runs `work` on the game's thread, inside the event call where it stands, for at most that many ticks: what has not
-    /// returned by then, a dialog for one, goes on with the next call. @return True if the game still runs.
+    /// Runs `work` on the game's thread, inside the event call where it stands, for at most that many ticks: what has
+    /// not returned by then, a dialog for one, goes on with the next call. @return True if the game still runs.
     bool call(std::function<void()> work, Int ticks);
     /// Plays lines of a script from now on, and runs until the last one and its wait are over.
     /// @return True if the game still runs.

@@ -78,7 +78,8 @@ void expectFrame(const FramePtr& frame, const std::string& name)
     const FramePtr expected = readPicture(golden);
     if (!expected || expected->width != frame->width || expected->height != frame->height) {
         writePicture(*frame, actual);
-        ADD_FAILURE() << name << ": " << (expected ? "another size than " : "there is no ") << golden << "; see " << actual;
+        ADD_FAILURE() << name << ": " << (expected ? "another size than " : "there is no ") << golden << "; see "
+                      << actual;
         return;
     }
     const Difference difference = compare(*expected, *frame);

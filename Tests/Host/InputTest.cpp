@@ -1,7 +1,7 @@
+#include "MacToolbox/Host/Input.h"
 #include "MacToolbox/Base/ManualClock.h"
 #include "MacToolbox/Base/RunState.h"
 #include "MacToolbox/Host/GameThread.h"
-#include "MacToolbox/Host/Input.h"
 #include "MacToolbox/Host/Misc.h"
 
 #include <gtest/gtest.h>

@@ -1,9 +1,9 @@
+#include "MacToolbox/Host/Misc.h"
 #include "MacToolbox/Base/HeadlessPlatform.h"
 #include "MacToolbox/Base/ManualClock.h"
 #include "MacToolbox/Base/RunState.h"
 #include "MacToolbox/Host/GameThread.h"
 #include "MacToolbox/Host/Input.h"
-#include "MacToolbox/Host/Misc.h"
 #include "MacToolbox/QuickDraw/Screen.h"
 
 #include <gtest/gtest.h>

@@ -58,7 +58,8 @@ TEST_F(LogStore, ADayBeginsWithItsDate)
     tell(25);
     EXPECT_EQ(FlushNews().count, 3);
     EXPECT_EQ(codes(), (std::vector<Int>{120, 36, 25}));
-    EXPECT_EQ(Bytes(gLogBuffer->bytes.begin(), gLogBuffer->bytes.begin() + 10), (Bytes{120, 0, 7, 56, 4, 1, 36, 0, 25, 0}));
+    EXPECT_EQ(
+        Bytes(gLogBuffer->bytes.begin(), gLogBuffer->bytes.begin() + 10), (Bytes{120, 0, 7, 56, 4, 1, 36, 0, 25, 0}));
     tell(29);
     const NewNews more = FlushNews();
     EXPECT_EQ(more.count, 1) << "the same day";
@@ -79,11 +80,31 @@ TEST_F(LogStore, SizesFollowFromTheCode)
         Bytes message;
         Int size;
     } kCases[] = {
-        {{0, 0}, 2}, {{62, 9}, 2}, {Bytes(16, 63), 16}, {Bytes(16, 69), 16}, {Bytes(12, 70), 12}, {Bytes(12, 84), 12},
-        {Bytes(4, 85), 4}, {Bytes(4, 95), 4}, {Bytes(4, 105), 4}, {Bytes(4, 111), 4}, {Bytes(6, 120), 6},
-        {{119, 0, 10, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 0}, 14}, {{119, 0, 0, 0}, 4}, {{118, 0, 1, 'x', 2, 3, 4, 0}, 8},
-        {{118, 0, 0, 0}, 4}, {{96, 0, 0, 0}, 0}, {{104, 0, 0, 0}, 0}, {{112, 0}, 0}, {{121, 0}, 0}, {{255, 0}, 0}, {{}, 0},
-        {{36}, 0}, {{119, 0, 200, 1}, 0}, {{118, 0, 0}, 0}, {Bytes(15, 63), 0},
+        {{0, 0}, 2},
+        {{62, 9}, 2},
+        {Bytes(16, 63), 16},
+        {Bytes(16, 69), 16},
+        {Bytes(12, 70), 12},
+        {Bytes(12, 84), 12},
+        {Bytes(4, 85), 4},
+        {Bytes(4, 95), 4},
+        {Bytes(4, 105), 4},
+        {Bytes(4, 111), 4},
+        {Bytes(6, 120), 6},
+        {{119, 0, 10, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 0}, 14},
+        {{119, 0, 0, 0}, 4},
+        {{118, 0, 1, 'x', 2, 3, 4, 0}, 8},
+        {{118, 0, 0, 0}, 4},
+        {{96, 0, 0, 0}, 0},
+        {{104, 0, 0, 0}, 0},
+        {{112, 0}, 0},
+        {{121, 0}, 0},
+        {{255, 0}, 0},
+        {{}, 0},
+        {{36}, 0},
+        {{119, 0, 200, 1}, 0},
+        {{118, 0, 0}, 0},
+        {Bytes(15, 63), 0},
     };
     for (const auto& c : kCases)
         EXPECT_EQ(MessageSize(c.message), c.size) << (c.message.empty() ? -1 : int{c.message[0]});
@@ -214,7 +235,9 @@ TEST_F(LogStore, StoredFormIsExact)
     info.end = 0x123, info.blocks = 4, info.trimBytes = 5, info.trimMsgs = 6, info.trimLines = 7, info.trimTop = 8;
     info.count = 9, info.lines = 10, info.lastDate = 0x07380401;
     const Bytes packed = info.bytes();
-    EXPECT_EQ(packed, (Bytes{0, 16, 0, 0, 0, 16, 1, 0x23, 0, 4, 0, 5, 0, 6, 0, 7, 0, 8, 0, 9, 0, 0, 0, 0, 0, 10, 0, 0, 0, 0, 7, 0x38, 4, 1}));
+    EXPECT_EQ(packed,
+        (Bytes{0, 16, 0, 0, 0, 16, 1, 0x23, 0, 4, 0, 5, 0, 6, 0, 7, 0, 8, 0, 9, 0, 0, 0, 0, 0, 10, 0, 0, 0, 0, 7, 0x38,
+            4, 1}));
     LogInfo back;
     back.load(packed);
     EXPECT_EQ(back, info);
@@ -238,12 +261,35 @@ TEST_F(LogStore, SomeMessagesAreForOthers)
         Bytes message;
         bool hidden;
     } kCases[] = {
-        {{36, 2 + 32}, false}, {{36, 1}, true}, {{20, 3}, true}, {{43, 2}, false}, {{29, 1}, false}, {{44, 1}, false}, {{3, 0}, false},
-        {{64, 2}, false}, {{64, 1}, true}, {{65, 1}, false}, {{68, 2}, false},
-        {{79, 1, 2}, false}, {{79, 2, 1}, false}, {{79, 0, 1}, true}, {{72, 0, 1}, false}, {{71, 0, 1}, false}, {{80, 0, 1}, false},
-        {{80, 2, 1}, true}, {{105, 2, 50}, false}, {{105, 1, 50}, true}, {{109, 130, 2}, false}, {{109, 130, 1 + 32}, true},
-        {{109, 66, 1}, false}, {{110, 1, 2}, false}, {{119, 1, 0, 0}, false}, {{118, 2, 0, 0}, false}, {{118, 1, 0, 1, 2, 0}, false},
-        {{118, 1, 0, 1, 3, 0}, true}, {{118, 1, 3, 2, 2, 2, 1, 0}, true},
+        {{36, 2 + 32}, false},
+        {{36, 1}, true},
+        {{20, 3}, true},
+        {{43, 2}, false},
+        {{29, 1}, false},
+        {{44, 1}, false},
+        {{3, 0}, false},
+        {{64, 2}, false},
+        {{64, 1}, true},
+        {{65, 1}, false},
+        {{68, 2}, false},
+        {{79, 1, 2}, false},
+        {{79, 2, 1}, false},
+        {{79, 0, 1}, true},
+        {{72, 0, 1}, false},
+        {{71, 0, 1}, false},
+        {{80, 0, 1}, false},
+        {{80, 2, 1}, true},
+        {{105, 2, 50}, false},
+        {{105, 1, 50}, true},
+        {{109, 130, 2}, false},
+        {{109, 130, 1 + 32}, true},
+        {{109, 66, 1}, false},
+        {{110, 1, 2}, false},
+        {{119, 1, 0, 0}, false},
+        {{118, 2, 0, 0}, false},
+        {{118, 1, 0, 1, 2, 0}, false},
+        {{118, 1, 0, 1, 3, 0}, true},
+        {{118, 1, 3, 2, 2, 2, 1, 0}, true},
     };
     for (const auto& c : kCases) {
         ResetLog();

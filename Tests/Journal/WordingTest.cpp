@@ -1,5 +1,5 @@
-// Every sentence of the journal, as it reads from the built resource file. The golden text is read by a person before it
-// is accepted; UPDATE_GOLDEN=1 writes it anew.
+// Every sentence of the journal, as it reads from the built resource file. The golden text is read by a person before
+// it is accepted; UPDATE_GOLDEN=1 writes it anew.
 
 #include "Wainroad/Journal/Wording.h"
 
@@ -53,7 +53,8 @@ protected:
 
     void line(const std::string& what, const Bytes& message)
     {
-        text_ << "  " << what << " | " << string(MessageText(message)) << (MessageFace(message) ? " [bold]" : "") << '\n';
+        text_ << "  " << what << " | " << string(MessageText(message)) << (MessageFace(message) ? " [bold]" : "")
+              << '\n';
     }
     static Bytes goods(Int code, Int slot, std::array<Int, 7> amounts, Int cents)
     {
@@ -112,7 +113,8 @@ protected:
         for (Int code = 85; code <= 95; ++code)
             for (const Int slot : {0, 1})
                 for (const Int a : {0, 1, 2})
-                    line(std::to_string(code) + " slot " + std::to_string(slot) + " a " + std::to_string(a), four(code, slot, a));
+                    line(std::to_string(code) + " slot " + std::to_string(slot) + " a " + std::to_string(a),
+                        four(code, slot, a));
         for (const Int code : {105, 106, 107, 108, 111})
             for (const auto& [b, a] : {std::pair<Int, Int>{0, 0}, {1, 100}, {2, 3}})
                 line(std::to_string(code) + " b " + std::to_string(b) + " a " + std::to_string(a), four(code, b, a));
@@ -184,7 +186,8 @@ TEST_F(Wording, WhatIsSentInAJourneyAloneReadsWell)
     }
     for (const Int code : {76, 78, 79})
         sent.push_back(trade(code, 255, 0, kFood | 7 << 4, 20, 400));
-    for (const auto& [action, a] : {std::pair<Int, Int>{1, 0}, {2, 0}, {3, 0}, {4, 1}, {4, 9}, {5, 0}, {5, 2}, {66, 8}, {66, 18}, {130, 64}})
+    for (const auto& [action, a] :
+        {std::pair<Int, Int>{1, 0}, {2, 0}, {3, 0}, {4, 1}, {4, 9}, {5, 0}, {5, 2}, {66, 8}, {66, 18}, {130, 64}})
         sent.push_back(four(109, action, a));
     for (Int reason = 1; reason <= 6; ++reason)
         sent.push_back(four(110, 0, reason));
@@ -208,7 +211,9 @@ TEST_F(Wording, WhatIsSentInAJourneyAloneReadsWell)
 
 TEST_F(Wording, ListsAreJoined)
 {
-    const auto list = [](std::array<Int, 7> amounts, Int cents) { return string(MessageText(goods(68, 0, amounts, cents))); };
+    const auto list = [](std::array<Int, 7> amounts, Int cents) {
+        return string(MessageText(goods(68, 0, amounts, cents)));
+    };
     EXPECT_EQ(list({0, 0, 0, 0, 0, 0, 5}, 0).find(" and "), std::string::npos) << "one good needs no joining word";
     const std::string three = list({3, 0, 1980, 0, 0, 0, 5}, 0);
     EXPECT_NE(three.find(", 1,980 "), std::string::npos) << three << ": the comma of a number is none of the list";
@@ -221,7 +226,8 @@ TEST_F(Wording, ListsAreJoined)
 
 TEST_F(Wording, OddMessagesHaveNoWords)
 {
-    for (const Bytes& message : {Bytes{}, Bytes{36}, Bytes{200, 0, 0, 0}, Bytes{96, 1, 2, 3}, Bytes{119, 0, 250, 1}, Bytes{118, 0, 0}, Bytes(15, 64)})
+    for (const Bytes& message : {Bytes{}, Bytes{36}, Bytes{200, 0, 0, 0}, Bytes{96, 1, 2, 3}, Bytes{119, 0, 250, 1},
+             Bytes{118, 0, 0}, Bytes(15, 64)})
         EXPECT_EQ(MessageText(message), Str255{0});
     gMySlot = 31;
     for (int code = 0; code < 256; ++code) // any bytes in any message

@@ -1,6 +1,6 @@
 // Whole journeys, from the title to the list of legends or to the end on the way, by clicks alone. What came of each is
-// compared with `Tests/Journeys/NAME.txt`, the journal's text of some with `NAME.journal.txt`, and what stood on the screen at a few
-// moments with the pictures `Tests/Golden/NAME/MOMENT.png`; UPDATE_GOLDEN=1 writes all of them anew.
+// compared with `Tests/Journeys/NAME.txt`, the journal's text of some with `NAME.journal.txt`, and what stood on the
+// screen at a few moments with the pictures `Tests/Golden/NAME/MOMENT.png`; UPDATE_GOLDEN=1 writes all of them anew.
 
 #include "MacToolbox/Base/Strings.h"
 #include "MacToolbox/Managers/Sound.h"
@@ -76,7 +76,7 @@ std::string journalText()
     return text;
 }
 
-class Journeys : public testing::TestWithParam<Journey> {};
+class Journeys : public testing::TestWithParam<Journey> { };
 
 } // namespace
 
@@ -109,7 +109,8 @@ TEST_P(Journeys, EndAsWrittenDown)
     EXPECT_EQ(due, std::vector<std::string>{}) << "these moments never came";
 }
 
-INSTANTIATE_TEST_SUITE_P(All, Journeys, testing::ValuesIn(kJourneys), [](const auto& journey) { return journey.param.name; });
+INSTANTIATE_TEST_SUITE_P(
+    All, Journeys, testing::ValuesIn(kJourneys), [](const auto& journey) { return journey.param.name; });
 
 TEST(IdleJourney, NothingHappensToWhoStaysAtHome)
 {

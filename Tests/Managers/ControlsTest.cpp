@@ -10,7 +10,7 @@ namespace {
 
 class ControlsTest : public ToolboxTest {
 protected:
-    ControlsTest() : w(window({40, 40, 240, 240})) {}
+    ControlsTest() : w(window({40, 40, 240, 240})) { }
 
     ControlHandle button(const Rect& r, Int procID = pushButProc) const
     {
@@ -59,8 +59,8 @@ TEST_F(ControlsTest, ScrollBarPartsLieWhereTheThumbSays)
     const ControlHandle scroll = bar(0, 100, 50); // 160 long: thumb travels 112, from 16; now at 72
     const struct {
         Int v, part;
-    } points[] = {{9, 0}, {10, inUpButton}, {25, inUpButton}, {26, inPageUp}, {81, inPageUp}, {82, inThumb}, {97, inThumb},
-        {98, inPageDown}, {153, inPageDown}, {154, inDownButton}, {169, inDownButton}, {170, 0}};
+    } points[] = {{9, 0}, {10, inUpButton}, {25, inUpButton}, {26, inPageUp}, {81, inPageUp}, {82, inThumb},
+        {97, inThumb}, {98, inPageDown}, {153, inPageDown}, {154, inDownButton}, {169, inDownButton}, {170, 0}};
     for (const auto& p : points)
         EXPECT_EQ(TestControl(scroll, {p.v, 15}), p.part) << p.v;
     SetCtlMax(scroll, 0);
@@ -170,7 +170,7 @@ TEST_F(ControlsTest, ADefinitionIsToldAndCanBeAnything)
     useResources();
     const GrafPtr before = thePort;
     const ControlHandle made = NewControl(w, {0, 0, 9, 9}, {0}, true, 0, 0, 0, 83, 0);
-    EXPECT_EQ(messages, (std::vector<Int> {initCntl, drawCntl}));
+    EXPECT_EQ(messages, (std::vector<Int>{initCntl, drawCntl}));
     EXPECT_EQ(TestControl(made, {-7, 3}), -7) << "a point keeps its sign";
     const ControlHandle read = GetNewControl(128, w);
     ASSERT_TRUE(read);
@@ -178,12 +178,12 @@ TEST_F(ControlsTest, ADefinitionIsToldAndCanBeAnything)
     EXPECT_EQ(read->contrlMax, 9);
     EXPECT_EQ(read->contrlMin, 2);
     EXPECT_EQ(GetCRefCon(read), -1);
-    EXPECT_EQ(w->controls, (std::vector {read, made}));
+    EXPECT_EQ(w->controls, (std::vector{read, made}));
     messages.clear();
     DisposeControl(read);
-    EXPECT_EQ(messages, (std::vector<Int> {dispCntl}));
+    EXPECT_EQ(messages, (std::vector<Int>{dispCntl}));
     KillControls(w);
-    EXPECT_EQ(messages, (std::vector<Int> {dispCntl, dispCntl}));
+    EXPECT_EQ(messages, (std::vector<Int>{dispCntl, dispCntl}));
     EXPECT_TRUE(w->controls.empty());
     EXPECT_EQ(thePort, before);
     EXPECT_EQ(NewControl(w, {0, 0, 20, 60}, {0}, true, 0, 0, 0, 1600, 0)->test({5, 5}), inButton)
@@ -197,7 +197,7 @@ TEST_F(ControlsTest, AHiddenControlIsErasedAndInvalid)
     w->updateRgn = {};
     HideControl(b);
     EXPECT_EQ(blackIn({50, 50, 70, 130}), 0);
-    EXPECT_EQ(w->updateRgn, Region(Rect {50, 50, 70, 130}));
+    EXPECT_EQ(w->updateRgn, Region(Rect{50, 50, 70, 130}));
     ShowControl(b);
     EXPECT_GT(blackIn({50, 50, 70, 130}), 0);
 }
@@ -207,7 +207,8 @@ TEST_F(ControlsTest, CutResourcesAreRefusedOrReadAsFarAsTheyGo)
     const Bytes whole = Form().rect({0, 0, 20, 60}).u16(0).u8(1).u8(0).u16(1).u16(0).u16(0).u32(0).counted("Go").bytes;
     for (std::size_t cut = 0; cut <= whole.size(); ++cut)
         add("CNTL", I(cut), Bytes(whole.begin(), whole.begin() + I(cut)));
-    add("CNTL", 99, Form().rect({0, 0, 20, 60}).u16(0).u8(1).u8(0).u16(1).u16(0).u16(-32768).u32(0).u8(255).text("x").bytes);
+    add("CNTL", 99,
+        Form().rect({0, 0, 20, 60}).u16(0).u8(1).u8(0).u16(1).u16(0).u16(-32768).u32(0).u8(255).text("x").bytes);
     useResources();
     for (std::size_t cut = 0; cut <= whole.size(); ++cut)
         EXPECT_EQ(GetNewControl(I(cut), w) == nullptr, cut < 22) << cut;

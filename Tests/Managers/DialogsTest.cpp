@@ -33,8 +33,8 @@ constexpr Int kButton = ctrlItem + btnCtrl;
 /// The dialog's content is at global (100, 100).
 class DialogsTest : public ToolboxTest {
 protected:
-    static constexpr Rect kFirst {100, 150, 120, 210}, kSecond {100, 60, 120, 120}; // two buttons
-    static constexpr Rect kName {20, 20, 32, 120}, kTown {50, 20, 62, 120};         // two fields
+    static constexpr Rect kFirst{100, 150, 120, 210}, kSecond{100, 60, 120, 120}; // two buttons
+    static constexpr Rect kName{20, 20, 32, 120}, kTown{50, 20, 62, 120};         // two fields
 
     /// Makes and shows a dialog with these items.
     DialogPtr dialog(const std::vector<ItemList::Item>& items)
@@ -46,7 +46,8 @@ protected:
     }
     DialogPtr twoFields()
     {
-        return dialog({{kButton, kFirst, bytesOf("OK")}, {kButton, kSecond, bytesOf("Cancel")}, {editText | itemDisable, kName, bytesOf("Ann")},
+        return dialog({{kButton, kFirst, bytesOf("OK")}, {kButton, kSecond, bytesOf("Cancel")},
+            {editText | itemDisable, kName, bytesOf("Ann")},
             {statText | itemDisable, {0, 0, 12, 100}, bytesOf("Names")}, {editText | itemDisable, kTown, bytesOf("")}});
     }
     /// Runs the dialog until an item is hit; the quit flag ends a run that hits none.
@@ -84,12 +85,13 @@ TEST_F(DialogsTest, ItemListsBecomeItems)
     add("PICT", 6, Bytes(20));
     add("CNTL", 7, Form().rect({0, 0, 1, 1}).u16(3).u8(0).u8(0).u16(9).u16(0).u16(16).u32(0).u8(0).bytes);
     const DialogPtr d = dialog({{kButton, kFirst, bytesOf("OK")}, {ctrlItem + chkCtrl, {0, 0, 16, 90}, bytesOf("Odd")},
-        {ctrlItem + resCtrl, {0, 230, 100, 246}, Form().u16(7).bytes}, {ctrlItem + resCtrl, {0, 0, 9, 9}, Form().u16(8).bytes},
-        {iconItem, {0, 0, 32, 32}, Form().u16(5).bytes}, {iconItem, {0, 0, 32, 32}, {}}, {picItem, {0, 0, 9, 9}, Form().u16(6).bytes},
-        {userItem, {0, 0, 9, 9}, {}}, {editText, kName, bytesOf("Ann")}, {statText, {0, 0, 9, 9}, bytesOf("^0")}});
+        {ctrlItem + resCtrl, {0, 230, 100, 246}, Form().u16(7).bytes},
+        {ctrlItem + resCtrl, {0, 0, 9, 9}, Form().u16(8).bytes}, {iconItem, {0, 0, 32, 32}, Form().u16(5).bytes},
+        {iconItem, {0, 0, 32, 32}, {}}, {picItem, {0, 0, 9, 9}, Form().u16(6).bytes}, {userItem, {0, 0, 9, 9}, {}},
+        {editText, kName, bytesOf("Ann")}, {statText, {0, 0, 9, 9}, bytesOf("^0")}});
     using Kind = DItemHandle::Kind;
-    const Kind kinds[] = {Kind::control, Kind::control, Kind::control, Kind::none, Kind::icon, Kind::none, Kind::picture, Kind::user,
-        Kind::text, Kind::text};
+    const Kind kinds[] = {Kind::control, Kind::control, Kind::control, Kind::none, Kind::icon, Kind::none,
+        Kind::picture, Kind::user, Kind::text, Kind::text};
     ASSERT_EQ(d->items.size(), 10u);
     for (Int n = 1; n <= 10; ++n)
         EXPECT_EQ(d->item(n)->handle.kind, kinds[n - 1]) << n;
@@ -178,9 +180,11 @@ TEST_F(DialogsTest, ClicksHitTheTopmostEnabledItem)
 
 TEST_F(DialogsTest, ARingDrawnOverItsButtonLetsClicksThrough)
 {
-    const DialogPtr d = dialog({{kButton, kFirst, bytesOf("OK")}, {kButton, kSecond, bytesOf("Cancel")}, {userItem, {0, 0, 1, 1}, {}}});
+    const DialogPtr d =
+        dialog({{kButton, kFirst, bytesOf("OK")}, {kButton, kSecond, bytesOf("Cancel")}, {userItem, {0, 0, 1, 1}, {}}});
     Int drawn = 0;
-    SetDItem(d, 3, userItem | itemDisable, DItemHandle::user([&](const DialogPtr&, Int n) { drawn = n; }), kFirst.insetBy(-4, -4));
+    SetDItem(d, 3, userItem | itemDisable, DItemHandle::user([&](const DialogPtr&, Int n) { drawn = n; }),
+        kFirst.insetBy(-4, -4));
     click(110, 160);
     EXPECT_EQ(hit(), 1);
     DrawDialog(d);
@@ -220,7 +224,9 @@ TEST_F(DialogsTest, EscapeTakesTheCancelItemWhereTheHostSaysSo)
 {
     const DialogPtr fields = twoFields();
     const auto escape = [] { Input::key(27, 53, 0, true); };
-    const DialogFilter unseen = [](const DialogPtr&, EventRecord& e, Int& item) { return e.what == keyDown && (item = 77) != 0; };
+    const DialogFilter unseen = [](const DialogPtr&, EventRecord& e, Int& item) {
+        return e.what == keyDown && (item = 77) != 0;
+    };
     escape();
     EXPECT_EQ(hit(unseen), 77) << "a key like any other";
 
@@ -302,7 +308,8 @@ TEST_F(DialogsTest, TheFilterSeesAndMayChangeEverything)
 {
     const DialogPtr d = twoFields();
     key('1');
-    EXPECT_EQ(hit([](const DialogPtr&, EventRecord& e, Int& item) { return e.what == keyDown && (item = 77) != 0; }), 77);
+    EXPECT_EQ(
+        hit([](const DialogPtr&, EventRecord& e, Int& item) { return e.what == keyDown && (item = 77) != 0; }), 77);
     key('2');
     EXPECT_EQ(hit([](const DialogPtr&, EventRecord& e, Int&) {
         if (e.what == keyDown)
@@ -372,14 +379,14 @@ TEST_F(DialogsTest, TextsAreReplacedInPlaceAndDrawn)
     SelIText(d, 4, 1, 3);
     EXPECT_EQ(d->editField, 3) << "any text can have it";
     SelIText(d, 9, 0, 1);
-    Str255 none {1, 2};
+    Str255 none{1, 2};
     GetIText(d->item(1)->handle, none);
-    EXPECT_EQ(none, Str255 {0});
+    EXPECT_EQ(none, Str255{0});
     Int type = 9;
-    Rect r {1, 1, 1, 1};
+    Rect r{1, 1, 1, 1};
     DItemHandle handle = DItemHandle::text(NewHandle(1));
     GetDItem(d, 0, type, handle, r);
-    EXPECT_TRUE(type == 0 && r == Rect {} && handle.is(DItemHandle::Kind::none));
+    EXPECT_TRUE(type == 0 && r == Rect{} && handle.is(DItemHandle::Kind::none));
 }
 
 TEST_F(DialogsTest, TheCaretBlinksWhileNothingHappens)
@@ -400,8 +407,9 @@ TEST_F(DialogsTest, TheCaretBlinksWhileNothingHappens)
 TEST_F(DialogsTest, AlertsAskBeepAndLeaveNoTrace)
 {
     add("ALRT", 900, Form().rect({60, 60, 200, 330}).u16(900).u16(0x555D).bytes); // second button, one beep
-    add("DITL", 900, ItemList::make({{kButton, {100, 180, 120, 240}, bytesOf("OK")}, {kButton, {100, 100, 120, 160}, bytesOf("No")},
-                         {statText | itemDisable, {10, 70, 60, 260}, bytesOf("No ^0 left.")}}));
+    add("DITL", 900,
+        ItemList::make({{kButton, {100, 180, 120, 240}, bytesOf("OK")}, {kButton, {100, 100, 120, 160}, bytesOf("No")},
+            {statText | itemDisable, {10, 70, 60, 260}, bytesOf("No ^0 left.")}}));
     add("ICON", 2, Bytes(128, 0xFF));
     useResources();
     const WindowPtr behind = window({30, 30, 300, 400});

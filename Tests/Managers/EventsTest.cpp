@@ -29,7 +29,10 @@ protected:
         GetNextEvent(mask, event);
         return event;
     }
-    static WindowPtr window(Int left) { return NewWindow(nullptr, {40, left, 90, left + 50}, {0}, true, plainDBoxProc, nullptr, false, 0); }
+    static WindowPtr window(Int left)
+    {
+        return NewWindow(nullptr, {40, left, 90, left + 50}, {0}, true, plainDBoxProc, nullptr, false, 0);
+    }
     /// No update and no activation waits.
     static void settle()
     {

@@ -29,7 +29,9 @@ protected:
     MenusTest()
     {
         add("MENU", 1000, MenuForm::make(1000, -1, "\x14", {{"About the Wainroad"}, {"-"}}));
-        add("MENU", 1001, MenuForm::make(1001, ~Int {1 << 2 | 1 << 3}, "File", {{"New", 'N'}, {"-"}, {"Open\xC9", 'o'}, {"Quit", 'q', 18}}));
+        add("MENU", 1001,
+            MenuForm::make(
+                1001, ~Int{1 << 2 | 1 << 3}, "File", {{"New", 'N'}, {"-"}, {"Open\xC9", 'o'}, {"Quit", 'q', 18}}));
         add("MBAR", 128, Form().u16(3).u16(1000).u16(7).u16(1001).bytes);
         useResources();
         SetMenuBar(GetNewMBar(128));
@@ -100,7 +102,7 @@ TEST_F(MenusTest, AppendedItemsFollowTheNotation)
     GetItem(menu, 2, text);
     EXPECT_EQ(string(text), "Two");
     GetItem(menu, 5, text);
-    EXPECT_EQ(text, Str255 {0});
+    EXPECT_EQ(text, Str255{0});
     AppendMenu(menu, pstr("x/"));
     AppendMenu(nullptr, pstr("x"));
 }
@@ -118,7 +120,7 @@ TEST_F(MenusTest, MenusAreFoundInTheBarOrPutAway)
     EXPECT_EQ(GetMHandle(9), parked);
     InsertMenu(file, 1000);
     InsertMenu(file, 0);
-    EXPECT_EQ(MenuBar::menus(), (std::vector {file, GetMHandle(1000)})) << "before 1000, and once only";
+    EXPECT_EQ(MenuBar::menus(), (std::vector{file, GetMHandle(1000)})) << "before 1000, and once only";
     EXPECT_EQ(GetMHandle(77), nullptr);
     EXPECT_EQ(GetMenu(77), nullptr);
 }

@@ -9,7 +9,7 @@ using namespace MacToolbox;
 
 namespace {
 
-constexpr Int k22kHz = Int {22050} << 16;
+constexpr Int k22kHz = Int{22050} << 16;
 
 /// A format 1 or 2 resource with one buffer command.
 Bytes sound(Int samples, Int fixedRate = k22kHz, Int format = 1, Int command = 0x8051)
@@ -32,7 +32,8 @@ class SoundTest : public ToolboxTest {
 protected:
     SoundTest()
     {
-        SndNewChannel(channel, 0, 0, [this](const SndChannelPtr&, const SndCommand& c) { called.emplace_back(c.param1, TickCount()); });
+        SndNewChannel(channel, 0, 0,
+            [this](const SndChannelPtr&, const SndCommand& c) { called.emplace_back(c.param1, TickCount()); });
     }
     /// Lets the machine run for that many ticks.
     void run(Int ticks)
@@ -77,7 +78,8 @@ TEST_F(SoundTest, DamagedSoundIsRefusedOrCutAtTheEnd)
     }
     const struct {
         Int at, value, size;
-    } damages[] = {{2, 0xFFFF, 2}, {10, 0, 2}, {10, 0xFFFF, 2}, {16, 0x80000000, 4}, {16, 0x7FFFFFFF, 4}, {40, 0xFF, 1}};
+    } damages[] = {
+        {2, 0xFFFF, 2}, {10, 0, 2}, {10, 0xFFFF, 2}, {16, 0x80000000, 4}, {16, 0x7FFFFFFF, 4}, {40, 0xFF, 1}};
     for (const auto& d : damages) {
         Bytes bytes = whole;
         for (Int i = 0; i < d.size; ++i)
@@ -121,7 +123,8 @@ TEST_F(SoundTest, AnIdleChannelAnswersAtTheNextService)
 {
     EXPECT_EQ(askFor(7), noErr);
     EXPECT_TRUE(called.empty()) << "never inside the call";
-    SndNewChannel(channel, 0, 0, [this](const SndChannelPtr&, const SndCommand& c) { called.emplace_back(-c.param1, 0); });
+    SndNewChannel(
+        channel, 0, 0, [this](const SndChannelPtr&, const SndCommand& c) { called.emplace_back(-c.param1, 0); });
     GameThread::service();
     ASSERT_EQ(called.size(), 1u);
     EXPECT_EQ(called[0].first, -7) << "by the callback that the channel has then";
@@ -167,7 +170,8 @@ TEST_F(SoundTest, AMutedRunKeepsItsTimes)
     const struct {
         std::map<std::string, std::string> variables;
         bool muted;
-    } cases[] = {{{{"WR_MUTE", "1"}}, true}, {{{"WR_MUTE", "0"}}, false}, {{{"WR_MUTE", "0"}, {"WR_SCRIPT", ""}}, true}, {{}, false}};
+    } cases[] = {{{{"WR_MUTE", "1"}}, true}, {{{"WR_MUTE", "0"}}, false}, {{{"WR_MUTE", "0"}, {"WR_SCRIPT", ""}}, true},
+        {{}, false}};
     for (const auto& c : cases) {
         startRunAfresh();
         useResources();

@@ -16,12 +16,15 @@ protected:
     /// A record `columns` characters wide and `lines` high, with a text.
     static TEHandle record(std::string_view text, Int columns, Int lines = 8)
     {
-        const Rect r {10, 10, 10 + lines * kLine, 10 + columns * kChar};
+        const Rect r{10, 10, 10 + lines * kLine, 10 + columns * kChar};
         const TEHandle te = TENew(r, r);
         TESetText(bytesOf(text), I(text.size()), te);
         return te;
     }
-    static std::string text(const TEHandle& te) { return std::string(te->hText->bytes.begin(), te->hText->bytes.end()); }
+    static std::string text(const TEHandle& te)
+    {
+        return std::string(te->hText->bytes.begin(), te->hText->bytes.end());
+    }
     static std::vector<std::string> lines(const TEHandle& te)
     {
         std::vector<std::string> out;
@@ -71,8 +74,8 @@ TEST_F(TextEditTest, LinesBreakBehindTheLastSpaceThatFits)
     const TEHandle te = record("one two\rsix", 3);
     te->crOnly = -1;
     TECalText(te);
-    EXPECT_EQ(lines(te), (Strings {"one two", "six"}));
-    EXPECT_EQ(record("", 10)->lineStarts, (std::vector<Int> {0, 0}));
+    EXPECT_EQ(lines(te), (Strings{"one two", "six"}));
+    EXPECT_EQ(record("", 10)->lineStarts, (std::vector<Int>{0, 0}));
 }
 
 TEST_F(TextEditTest, PointsAndOffsetsAgree)
@@ -80,13 +83,13 @@ TEST_F(TextEditTest, PointsAndOffsetsAgree)
     const TEHandle te = record("one two six", 8);
     const struct {
         Int v, h, offset;
-    } points[] = {{0, 0, 0}, {10, 10 + 2, 0}, {10, 10 + 3, 1}, {13, 400, 8}, {10 + kLine, 0, 8}, {10 + kLine, 10 + 14, 10},
-        {999, 10 + 14, 10}, {-999, 10 + 14, 2}};
+    } points[] = {{0, 0, 0}, {10, 10 + 2, 0}, {10, 10 + 3, 1}, {13, 400, 8}, {10 + kLine, 0, 8},
+        {10 + kLine, 10 + 14, 10}, {999, 10 + 14, 10}, {-999, 10 + 14, 2}};
     for (const auto& p : points)
         EXPECT_EQ(te->offsetAt({p.v, p.h}), p.offset) << p.v << ',' << p.h;
-    EXPECT_EQ(te->pointOf(3), (TERec::Place {10 + 3 * kChar, 10}));
-    EXPECT_EQ(te->pointOf(8), (TERec::Place {10, 10 + kLine})) << "a line's end is the next one's start";
-    EXPECT_EQ(te->pointOf(11), (TERec::Place {10 + 3 * kChar, 10 + kLine}));
+    EXPECT_EQ(te->pointOf(3), (TERec::Place{10 + 3 * kChar, 10}));
+    EXPECT_EQ(te->pointOf(8), (TERec::Place{10, 10 + kLine})) << "a line's end is the next one's start";
+    EXPECT_EQ(te->pointOf(11), (TERec::Place{10 + 3 * kChar, 10 + kLine}));
     te->just = teJustRight;
     EXPECT_EQ(te->lineLeft(1), 10 + 5 * kChar);
     te->just = teJustCenter;
@@ -100,19 +103,20 @@ TEST_F(TextEditTest, KeysEditAndMove)
     EXPECT_EQ(text(te), "wagon");
     typeKeys(te, "\x1C\x1C\x08");
     EXPECT_EQ(text(te), "waon");
-    EXPECT_EQ(selection(te), std::pair(Int {2}, Int {2}));
+    EXPECT_EQ(selection(te), std::pair(Int{2}, Int{2}));
     TESetSelect(32767, 1, te);
-    EXPECT_EQ(selection(te), std::pair(Int {1}, Int {4})) << "sorted and cut to the text";
+    EXPECT_EQ(selection(te), std::pair(Int{1}, Int{4})) << "sorted and cut to the text";
     typeKeys(te, "\x1D");
-    EXPECT_EQ(selection(te), std::pair(Int {4}, Int {4})) << "right leaves a range at its end";
+    EXPECT_EQ(selection(te), std::pair(Int{4}, Int{4})) << "right leaves a range at its end";
     typeKeys(te, "\x1D");
     EXPECT_EQ(te->selEnd, 4);
     TESetSelect(1, 3, te);
     typeKeys(te, "\x1C");
     EXPECT_EQ(te->selEnd, 1) << "left at its start";
     typeKeys(te, "\r\x05");
-    EXPECT_EQ(text(te), "w\r\x05"
-                        "aon");
+    EXPECT_EQ(text(te),
+        "w\r\x05"
+        "aon");
 
     const Int generation = Screen::shared().generation;
     TESetSelect(0, 0, te);
@@ -208,7 +212,7 @@ TEST_F(TextEditTest, AutoViewFollowsTheCaret)
     typeKeys(te, "\r\r\r");
     EXPECT_EQ(te->destRect.top, 10 - 1 * kLine) << "a last return begins no line";
     TESetSelect(0, 0, te);
-    EXPECT_EQ(te->destRect.topLeft(), (Point {10, 10}));
+    EXPECT_EQ(te->destRect.topLeft(), (Point{10, 10}));
 }
 
 TEST_F(TextEditTest, ScrapGoesThroughThePasteboard)
@@ -228,7 +232,7 @@ TEST_F(TextEditTest, ScrapGoesThroughThePasteboard)
     TESetSelect(1, 3, te);
     TEInsert(bytesOf("xyz"), 2, te);
     EXPECT_EQ(text(te), "\x8Axy\r one") << "what was selected stays";
-    EXPECT_EQ(selection(te), std::pair(Int {3}, Int {3}));
+    EXPECT_EQ(selection(te), std::pair(Int{3}, Int{3}));
     TESetSelect(0, 3, te);
     TEDelete(te);
     EXPECT_EQ(text(te), "\r one");
@@ -243,18 +247,18 @@ TEST_F(TextEditTest, TheMouseSelects)
     mouseLater(2, cell(0, 6), true);
     mouseLater(4, cell(0, 6), false);
     TEClick({press.v - 40, press.h - 40}, false, te);
-    EXPECT_EQ(selection(te), std::pair(Int {1}, Int {6}));
+    EXPECT_EQ(selection(te), std::pair(Int{1}, Int{6}));
 
     clickLater(2, cell(0, 9));
     TEClick({cell(0, 9).v - 40, cell(0, 9).h - 40}, true, te);
-    EXPECT_EQ(selection(te), std::pair(Int {1}, Int {9})) << "extended from the start";
+    EXPECT_EQ(selection(te), std::pair(Int{1}, Int{9})) << "extended from the start";
 
     clock.sleep(100 * kTickNanos);
     for (int i = 0; i < 2; ++i) {
         clickLater(2, cell(0, 5));
         TEClick({cell(0, 5).v - 40, cell(0, 5).h - 40}, false, te);
     }
-    EXPECT_EQ(selection(te), std::pair(Int {4}, Int {7})) << "the word without its comma";
+    EXPECT_EQ(selection(te), std::pair(Int{4}, Int{7})) << "the word without its comma";
 }
 
 TEST_F(TextEditTest, ARecordWithoutTextOrWithANewerOneIsSafe)
@@ -271,7 +275,7 @@ TEST_F(TextEditTest, ARecordWithoutTextOrWithANewerOneIsSafe)
     EXPECT_EQ(text(te), "ab");
     te->lenOverride = 99;
     TECalText(te);
-    EXPECT_EQ(lines(te), Strings {"ab"});
+    EXPECT_EQ(lines(te), Strings{"ab"});
     te->hText = nullptr;
     typeKeys(te, "x\x08\x1E\x1F\x1C\x1D");
     TECut(te);

@@ -13,7 +13,7 @@ namespace MacToolbox {
 
 namespace {
 
-    constexpr Nanos kPatience = 600 * kSecond; // of the machine; a loop that does not end is stopped there
+constexpr Nanos kPatience = 600 * kSecond; // of the machine; a loop that does not end is stopped there
 
 } // namespace
 
@@ -42,7 +42,8 @@ void ToolboxTest::useResources()
     const Bytes file = resourceFile(resources_);
     if (path_.empty())
         path_ = testing::TempDir() + "managers-" + std::to_string(::getpid()) + ".rsrc";
-    std::ofstream(path_, std::ios::binary).write(reinterpret_cast<const char*>(file.data()), std::streamsize(file.size()));
+    std::ofstream(path_, std::ios::binary)
+        .write(reinterpret_cast<const char*>(file.data()), std::streamsize(file.size()));
     ResourceManager::shared().reset();
     ResourceManager::shared().open(path_);
 }

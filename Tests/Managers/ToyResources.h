@@ -50,7 +50,8 @@ inline Bytes resourceFile(const std::vector<ToyResource>& resources)
             seen.push_back(r.type);
     types.u16(I(seen.size()) - 1);
     for (const OSType type : seen) {
-        const Int count = std::count_if(resources.begin(), resources.end(), [&](const ToyResource& r) { return r.type == type; });
+        const Int count =
+            std::count_if(resources.begin(), resources.end(), [&](const ToyResource& r) { return r.type == type; });
         types.u32(type).u16(count - 1).u16(2 + I(seen.size()) * 8 + I(references.bytes.size()));
         for (const ToyResource& r : resources) {
             if (r.type != type)

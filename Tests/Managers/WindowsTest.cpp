@@ -51,9 +51,19 @@ TEST_F(WindowsTest, PointsFindTheirPart)
         Int v, h, part;
         bool found;
     } points[] = {
-        {19, 50, inMenuBar, false}, {-3, 50, inMenuBar, false}, {20, 50, inDesk, false}, {41, 50, inDrag, true},
-        {40, 50, inDesk, false}, {59, 40, inDrag, true}, {60, 40, inContent, true}, {119, 139, inContent, true},
-        {120, 139, inDrag, true}, {119, 140, inDrag, true}, {121, 139, inDesk, false}, {60, 39, inDrag, true}, {60, 38, inDesk, false},
+        {19, 50, inMenuBar, false},
+        {-3, 50, inMenuBar, false},
+        {20, 50, inDesk, false},
+        {41, 50, inDrag, true},
+        {40, 50, inDesk, false},
+        {59, 40, inDrag, true},
+        {60, 40, inContent, true},
+        {119, 139, inContent, true},
+        {120, 139, inDrag, true},
+        {119, 140, inDrag, true},
+        {121, 139, inDesk, false},
+        {60, 39, inDrag, true},
+        {60, 38, inDesk, false},
     };
     for (const auto& p : points) {
         WindowPtr found;
@@ -68,7 +78,7 @@ TEST_F(WindowsTest, PointsFindTheirPart)
 
 TEST_F(WindowsTest, StructureFollowsTheFrame)
 {
-    const Rect c {100, 100, 150, 200};
+    const Rect c{100, 100, 150, 200};
     const struct {
         Int procID;
         Rect structure;
@@ -104,7 +114,7 @@ TEST_F(WindowsTest, EachPixelShowsTheFrontWindowAfterAnyMoves)
         for (Int v = 0; v < 342; ++v)
             for (Int h = 0; h < 512; ++h) {
                 const Int expected = expectedAt(h, v);
-                wrong += expected >= 0 && expected != Int {black(h, v)};
+                wrong += expected >= 0 && expected != Int{black(h, v)};
             }
         ASSERT_EQ(wrong, 0) << "after step " << step;
     }
@@ -169,12 +179,12 @@ TEST_F(WindowsTest, AListElementMayBeGivenToEveryCall)
 {
     const WindowPtr a = window({50, 50, 90, 90}), b = window({60, 60, 100, 100});
     MoveWindow(manager().windows[1], 70, 70, true);
-    EXPECT_EQ(a->contentRect, (Rect {70, 70, 110, 110}));
+    EXPECT_EQ(a->contentRect, (Rect{70, 70, 110, 110}));
     EXPECT_EQ(FrontWindow(), a);
     SelectWindow(manager().windows[1]);
     EXPECT_EQ(FrontWindow(), b);
     CloseWindow(manager().windows.front());
-    EXPECT_EQ(manager().windows, std::vector {a});
+    EXPECT_EQ(manager().windows, std::vector{a});
 }
 
 TEST_F(WindowsTest, InvalidatingIsClippedAndMoved)
@@ -183,21 +193,21 @@ TEST_F(WindowsTest, InvalidatingIsClippedAndMoved)
     w->updateRgn = {};
     const PortScope scope(w->port);
     InvalRect({-10, -10, 5, 5});
-    EXPECT_EQ(w->updateRgn, Region(Rect {50, 60, 55, 65}));
+    EXPECT_EQ(w->updateRgn, Region(Rect{50, 60, 55, 65}));
     MoveWindow(w, 70, 60, false);
     w->updateRgn = {};
     InvalRect({0, 0, 5, 5});
-    EXPECT_EQ(w->updateRgn, Region(Rect {60, 70, 65, 75}));
+    EXPECT_EQ(w->updateRgn, Region(Rect{60, 70, 65, 75}));
     SetOrigin(100, 100);
     ValidRect({90, 90, 105, 103});
-    EXPECT_EQ(w->updateRgn, Region(Rect {60, 73, 65, 75})) << "local coordinates follow the origin";
-    InvalRgn(std::make_shared<RgnRecord>(Region(Rect {90, 90, 95, 95})));
-    EXPECT_TRUE(w->updateRgn.contains(Point {50, 60})) << "a region is not clipped";
+    EXPECT_EQ(w->updateRgn, Region(Rect{60, 73, 65, 75})) << "local coordinates follow the origin";
+    InvalRgn(std::make_shared<RgnRecord>(Region(Rect{90, 90, 95, 95})));
+    EXPECT_TRUE(w->updateRgn.contains(Point{50, 60})) << "a region is not clipped";
     HideWindow(w);
-    w->updateRgn = Region(Rect {60, 70, 65, 75});
+    w->updateRgn = Region(Rect{60, 70, 65, 75});
     MoveWindow(w, 80, 70, false);
-    EXPECT_EQ(w->updateRgn, Region(Rect {70, 80, 75, 85})) << "what is invalid moves along";
-    SetPort(std::make_shared<GrafPort>(Rect {0, 0, 9, 9}));
+    EXPECT_EQ(w->updateRgn, Region(Rect{70, 80, 75, 85})) << "what is invalid moves along";
+    SetPort(std::make_shared<GrafPort>(Rect{0, 0, 9, 9}));
     InvalRect({0, 0, 9, 9});
 }
 
@@ -210,7 +220,7 @@ TEST_F(WindowsTest, UpdatingDrawsOnlyWhatIsInvalid)
     const Region full = w->port->visRgn->region;
     InvalRect({10, 10, 20, 20});
     BeginUpdate(w);
-    EXPECT_EQ(w->port->visRgn->region, Region(Rect {10, 10, 20, 20}));
+    EXPECT_EQ(w->port->visRgn->region, Region(Rect{10, 10, 20, 20}));
     FillRect(w->portRect(), qd.black);
     EndUpdate(w);
     EXPECT_EQ(w->port->visRgn->region, full);

@@ -15,7 +15,8 @@ TEST(SavedGame, HeadIsExactAndComesBack)
     logInfo.fill(0xAB);
     const Bytes packed = packSaveHead(-1, state, logInfo);
     ASSERT_EQ(I(packed.size()), kSaveHeadBytes);
-    EXPECT_EQ(Bytes(packed.begin(), packed.begin() + 18), (Bytes{'Q', 'U', 'I', 'L', 0, 1, 10, 'S', 'a', 'v', 'e', 'd', ' ', 'G', 'a', 'm', 'e', 0}));
+    EXPECT_EQ(Bytes(packed.begin(), packed.begin() + 18),
+        (Bytes{'Q', 'U', 'I', 'L', 0, 1, 10, 'S', 'a', 'v', 'e', 'd', ' ', 'G', 'a', 'm', 'e', 0}));
     EXPECT_EQ(Bytes(packed.begin() + 37, packed.begin() + 42), (Bytes{0, 0xFF, 0xFF, 7, 56}));
     EXPECT_EQ(packed[40 + 0x238], 7);
     EXPECT_EQ(packed[4163], 9) << "the last byte of the last wagon";

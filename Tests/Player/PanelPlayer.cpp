@@ -28,7 +28,8 @@ bool PanelPlayer::click(const ViewProc& panel, Int item)
     if (!target)
         return false;
     const Rect& r = target->r;
-    run_.play("click " + std::to_string((r.left + r.right) / 2) + " " + std::to_string((r.top + r.bottom) / 2) + "\nwait 0.2");
+    run_.play("click " + std::to_string((r.left + r.right) / 2) + " " + std::to_string((r.top + r.bottom) / 2)
+        + "\nwait 0.2");
     return true;
 }
 
@@ -57,7 +58,8 @@ bool PanelPlayer::toStore(const std::string& name, Int occupation)
     type(name);
     if (View* trades = GetItem(*FindPanel(PartyPanel2), kTrades))
         if (const View* trade = GetItem(*trades, occupation + 1))
-            run_.play("click " + std::to_string(trade->r.left + 6) + " " + std::to_string((trade->r.top + trade->r.bottom) / 2));
+            run_.play("click " + std::to_string(trade->r.left + 6) + " "
+                + std::to_string((trade->r.top + trade->r.bottom) / 2));
     click(PartyPanel2, kDone);
     return waitFor(StorePanel);
 }
@@ -69,7 +71,8 @@ void PanelPlayer::fillStore(const Outfit& outfit)
     for (int i = 0; i < 4; ++i) // the fields behind it are selected by the tab key
         key("backspace");
     bool first = true;
-    for (const Int amount : {outfit.oxen, outfit.clothes, outfit.bullets, outfit.wheels, outfit.yokes, outfit.kingbolts, outfit.food}) {
+    for (const Int amount :
+        {outfit.oxen, outfit.clothes, outfit.bullets, outfit.wheels, outfit.yokes, outfit.kingbolts, outfit.food}) {
         if (!first)
             key("tab");
         first = false;

@@ -8,10 +8,7 @@ namespace Harness {
 /// Plays the game through its panels, by real clicks and keys at the places of their items.
 class PanelPlayer {
 public:
-    explicit PanelPlayer(GameRun& run)
-        : run_(run)
-    {
-    }
+    explicit PanelPlayer(GameRun& run) : run_(run) { }
 
     /// True if the panel is open and not covered.
     bool shows(const Wainroad::ViewProc& panel) const;
@@ -30,7 +27,10 @@ public:
     /// From the title to the travel screen. @param occupation  0 to 7. @param month  3 to 7.
     /// @return False if a panel on the way did not come.
     bool setOut(const std::string& name, Int occupation, Int month, const Outfit& outfit);
-    bool setOut(const std::string& name = "Hob", Int occupation = 0, Int month = 4) { return setOut(name, occupation, month, Outfit{}); }
+    bool setOut(const std::string& name = "Hob", Int occupation = 0, Int month = 4)
+    {
+        return setOut(name, occupation, month, Outfit{});
+    }
     /// As far as the store before the journey.
     bool toStore(const std::string& name, Int occupation);
     /// Fills the seven fields of the store, from the first on.

@@ -48,8 +48,7 @@ std::string digest(const Bytes& bytes)
     return text;
 }
 
-template <typename Amounts>
-Int sumOf(const Amounts& amounts)
+template <typename Amounts> Int sumOf(const Amounts& amounts)
 {
     return std::accumulate(amounts.begin(), amounts.end(), Int(0));
 }
@@ -73,8 +72,8 @@ void Traveller::checkState()
             wrong("supply " + std::to_string(slot) + " is " + std::to_string(wagon.supply[slot]));
     if (wagon.money < 0)
         wrong("money is negative");
-    const auto living = std::count_if(wagon.illness.begin(), wagon.illness.begin() + std::clamp<Int>(wagon.startPeople, 0, 5),
-        [](Int illness) { return illness != kDead; });
+    const auto living = std::count_if(wagon.illness.begin(),
+        wagon.illness.begin() + std::clamp<Int>(wagon.startPeople, 0, 5), [](Int illness) { return illness != kDead; });
     if (living != wagon.people)
         wrong("people " + std::to_string(wagon.people) + ", living " + std::to_string(living));
     if (dateNumber() < lastDate_)
@@ -89,10 +88,10 @@ void Traveller::checkState()
 void Traveller::note()
 {
     const Wagon& wagon = WagonOf(gState, gMySlot);
-    diary_.push_back(std::to_string(gState.year) + "-" + std::to_string(gState.month) + "-" + std::to_string(gState.day) + " place "
-        + std::to_string(gState.landmark) + ": " + std::to_string(gState.miles) + " miles, " + std::to_string(wagon.people)
-        + " people, supplies " + suppliesText(wagon) + ", " + std::to_string(wagon.money) + " cents, state "
-        + digest(gState.bytes()));
+    diary_.push_back(std::to_string(gState.year) + "-" + std::to_string(gState.month) + "-" + std::to_string(gState.day)
+        + " place " + std::to_string(gState.landmark) + ": " + std::to_string(gState.miles) + " miles, "
+        + std::to_string(wagon.people) + " people, supplies " + suppliesText(wagon) + ", " + std::to_string(wagon.money)
+        + " cents, state " + digest(gState.bytes()));
 }
 
 void Traveller::tell(const std::string& moment)
@@ -112,8 +111,8 @@ void Traveller::noteReport()
     else if (gCrossResult == kCrossWet)
         line += ": wet";
     else if (gCrossResult != kCrossedWell)
-        line += ": loses " + std::to_string(sumOf(gCrossLoss.supplies)) + " goods and " + std::to_string(sumOf(gCrossLoss.drowned))
-            + " people";
+        line += ": loses " + std::to_string(sumOf(gCrossLoss.supplies)) + " goods and "
+            + std::to_string(sumOf(gCrossLoss.drowned)) + " people";
     diary_.push_back(line);
     tell("Report" + place);
 }
@@ -199,8 +198,8 @@ void Traveller::hunt()
         shoot();
     if (!player_.waitFor(HuntResultPanel, 60))
         return;
-    diary_.push_back("  hunts: " + std::to_string(gHuntBullets) + " shots, " + std::to_string(gHuntShot) + " pounds, carries "
-        + std::to_string(gHuntResult));
+    diary_.push_back("  hunts: " + std::to_string(gHuntBullets) + " shots, " + std::to_string(gHuntShot)
+        + " pounds, carries " + std::to_string(gHuntResult));
     tell("HuntReport");
     player_.click(HuntResultPanel, 1);
     run_.advance(120); // until the state shows it
@@ -251,7 +250,8 @@ bool Traveller::answerEnd()
         return player_.click(ArrivalPanel, 2);
     }
     if (player_.shows(ScorePanel)) {
-        noteEnd("arrived with " + std::to_string(WagonScore(gMySlot)) + " points" + (gFinalScore > 0 ? ", among the legends" : ""));
+        noteEnd("arrived with " + std::to_string(WagonScore(gMySlot)) + " points"
+            + (gFinalScore > 0 ? ", among the legends" : ""));
         tell("Score");
         return player_.click(ScorePanel, 1);
     }

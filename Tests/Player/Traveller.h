@@ -10,23 +10,18 @@ namespace Harness {
 
 /// How a traveller decides on the way. At a hearth it buys food for what money it can spare.
 struct Habits {
-    Int crossing = 2;         ///< item of the river panel that is tried first: 1 ford, 2 float, 3 ferry, 4 guide
-    bool otherWays = false;   ///< takes the other way at both forks
-    bool raft = false;        ///< takes the raft at the last choice
+    Int crossing = 2;       ///< item of the river panel that is tried first: 1 ford, 2 float, 3 ferry, 4 guide
+    bool otherWays = false; ///< takes the other way at both forks
+    bool raft = false;      ///< takes the raft at the last choice
     Int pace = 0, rations = 0;
-    bool buysOxen = true;     ///< trades for oxen when the wain stands without
-    Int huntsAfter = -2;      ///< the place after which it hunts, once
+    bool buysOxen = true; ///< trades for oxen when the wain stands without
+    Int huntsAfter = -2;  ///< the place after which it hunts, once
 };
 
 /// Takes a journey from the travel screen to its end by what the panels ask, and writes down what a person would.
 class Traveller {
 public:
-    Traveller(GameRun& run, const Habits& habits)
-        : run_(run)
-        , player_(run)
-        , habits_(habits)
-    {
-    }
+    Traveller(GameRun& run, const Habits& habits) : run_(run), player_(run), habits_(habits) { }
     /// Goes on until the title shows again, or for `ticks`. @return True if the title was reached.
     bool travel(Int ticks);
     /// Called with the screen in view: PlaceN at a landmark, ForkN, CrossingN half way over a river, ReportN after it,

@@ -9,8 +9,7 @@ namespace Harness {
 using namespace MacToolbox;
 using namespace Wainroad;
 
-Visit::Visit(From from, GameRun::Setup setup)
-    : run(Wainroad_main, std::move(setup))
+Visit::Visit(From from, GameRun::Setup setup) : run(Wainroad_main, std::move(setup))
 {
     switch (from) {
     case From::start: player.waitFor(TitlePanel, 300); break;
@@ -48,8 +47,10 @@ void Visit::clickDialog(Int item)
     const DItem* const target = front ? front->item(item) : nullptr;
     if (!target)
         return;
-    const Rect place = target->rect.offsetBy(front->contentRect.left - gWindow->contentRect.left, front->contentRect.top - gWindow->contentRect.top);
-    run.play("click " + std::to_string((place.left + place.right) / 2) + " " + std::to_string((place.top + place.bottom) / 2) + "\nwait 0.3");
+    const Rect place = target->rect.offsetBy(
+        front->contentRect.left - gWindow->contentRect.left, front->contentRect.top - gWindow->contentRect.top);
+    run.play("click " + std::to_string((place.left + place.right) / 2) + " "
+        + std::to_string((place.top + place.bottom) / 2) + "\nwait 0.3");
 }
 
 void Visit::answerDialogs()

@@ -66,15 +66,17 @@ TEST(CopyBits, AgreesWithEachPixel)
         case 0: c.srcRect = chance.rect(c.src.bounds.insetBy(-6, -6)); break;
         case 1: // half the size
             c.srcRect = {chance.in(-4, 9), chance.in(-4, 9), 0, 0};
-            c.srcRect.bottom = c.srcRect.top + c.dstRect.height() / 2, c.srcRect.right = c.srcRect.left + c.dstRect.width() / 2;
-            c.dstRect.bottom = c.dstRect.top + 2 * c.srcRect.height(), c.dstRect.right = c.dstRect.left + 2 * c.srcRect.width();
+            c.srcRect.bottom = c.srcRect.top + c.dstRect.height() / 2,
+            c.srcRect.right = c.srcRect.left + c.dstRect.width() / 2;
+            c.dstRect.bottom = c.dstRect.top + 2 * c.srcRect.height(),
+            c.dstRect.right = c.dstRect.left + 2 * c.srcRect.width();
             break;
         default: c.srcRect = c.dstRect.offsetBy(chance.in(-20, 20), chance.in(-9, 9));
         }
         c.mode = chance.oneIn(8) ? chance.in(8, 70) : chance.in(0, 7);
         if (chance.oneIn(4))
             c.mask = std::make_shared<RgnRecord>(chance.region());
-        const auto port = std::make_shared<GrafPort>(chance.oneIn(2) ? c.dst : BitMap(Rect {0, 0, 5, 5}));
+        const auto port = std::make_shared<GrafPort>(chance.oneIn(2) ? c.dst : BitMap(Rect{0, 0, 5, 5}));
         if (chance.oneIn(4))
             port->portBits.bounds.offset(1, 2); // the port's storage, but not its map: unclipped
         if (chance.oneIn(3))
@@ -117,7 +119,7 @@ TEST(CopyBits, MasksAgreeWithEachPixelAlsoWithinOneBlock)
             mask = dst;
         const Rect dstRect = chance.rect(dst.bounds.insetBy(-6, -6));
         const Rect srcRect = chance.rect(dst.bounds).offsetBy(chance.in(-3, 3), 0);
-        const Rect maskRect = chance.oneIn(5) ? Rect {} : chance.rect(dst.bounds);
+        const Rect maskRect = chance.oneIn(5) ? Rect{} : chance.rect(dst.bounds);
         const auto port = std::make_shared<GrafPort>(dst);
         if (chance.oneIn(2))
             port->clipRgn->region = chance.region();
@@ -158,8 +160,8 @@ TEST(CopyBits, ScrollsAndErasesWhatItLeaves)
                 if (in(h, v))
                     want.set(h, v,
                         in(h - dh, v - dv) ? before.get(h - dh, v - dv)
-                                           : Plain::painted(false, port->bkPat.bit(h - bounds.left, v - bounds.top), patCopy,
-                                                 true, port->bkColor.isBlack()));
+                                           : Plain::painted(false, port->bkPat.bit(h - bounds.left, v - bounds.top),
+                                               patCopy, true, port->bkColor.isBlack()));
         const PortScope scope(port);
         const RgnHandle update = NewRgn();
         ScrollRect(r, dh, dv, chance.oneIn(2) ? update : nullptr);
@@ -173,7 +175,7 @@ TEST(CopyBits, CountsOnceForTheScreenAndNeverForNothing)
 {
     Screen& screen = Screen::shared();
     const Int before = screen.generation;
-    const BitMap icon(Rect {0, 0, 32, 32});
+    const BitMap icon(Rect{0, 0, 32, 32});
     const auto port = std::make_shared<GrafPort>(screen.bits);
     const PortScope scope(port);
     CopyBits(icon, screen.bits, {}, icon.bounds, srcCopy);
@@ -190,11 +192,11 @@ TEST(CopyBits, CountsOnceForTheScreenAndNeverForNothing)
 TEST(CalcMask, IsTheSilhouette)
 {
     const auto mask = [](const std::vector<std::string>& picture, const Rect& rect) {
-        const BitMap src(Rect {0, 0, I(picture.size()), I(picture[0].size())});
+        const BitMap src(Rect{0, 0, I(picture.size()), I(picture[0].size())});
         for (Int v = 0; v < src.bounds.bottom; ++v)
             for (Int h = 0; h < src.bounds.right; ++h)
                 src.set(h, v, picture[static_cast<std::size_t>(v)][static_cast<std::size_t>(h)] == '#');
-        const BitMap dst(Rect {5, 5, 5 + rect.height(), 5 + rect.width()});
+        const BitMap dst(Rect{5, 5, 5 + rect.height(), 5 + rect.width()});
         CalcMask(src, dst, rect);
         std::vector<std::string> out(static_cast<std::size_t>(rect.height()));
         for (Int v = 0; v < rect.height(); ++v)
@@ -203,19 +205,19 @@ TEST(CalcMask, IsTheSilhouette)
         return out;
     };
     using Picture = std::vector<std::string>;
-    const Picture ring {"......", ".####.", ".#..#.", ".#..#.", ".####.", "......"};
-    const Picture disc {"......", ".####.", ".####.", ".####.", ".####.", "......"};
-    const Picture gap {"......", ".#.##.", ".#..#.", ".#..#.", ".####.", "......"};
-    const Picture diagonal {"..#...", ".#.#..", "#...#.", ".#.#..", "..#...", "......"};
-    const Picture diamond {"..#...", ".###..", "#####.", ".###..", "..#...", "......"};
+    const Picture ring{"......", ".####.", ".#..#.", ".#..#.", ".####.", "......"};
+    const Picture disc{"......", ".####.", ".####.", ".####.", ".####.", "......"};
+    const Picture gap{"......", ".#.##.", ".#..#.", ".#..#.", ".####.", "......"};
+    const Picture diagonal{"..#...", ".#.#..", "#...#.", ".#.#..", "..#...", "......"};
+    const Picture diamond{"..#...", ".###..", "#####.", ".###..", "..#...", "......"};
     EXPECT_EQ(mask(ring, {0, 0, 6, 6}), disc);
     EXPECT_EQ(mask(gap, {0, 0, 6, 6}), gap);
     EXPECT_EQ(mask(diagonal, {0, 0, 6, 6}), diamond);
     EXPECT_EQ(mask(ring, {1, 1, 5, 5}), Picture(4, "####"));
     EXPECT_EQ(mask(ring, {2, 2, 4, 4}), Picture(2, "..")); // the border of the rectangle lets the flood in
     EXPECT_EQ(mask(ring, {-1, -2, 6, 6})[3], "...####.");
-    CalcMask(BitMap(Rect {0, 0, 4, 4}), BitMap(), {0, 0, 4, 4});
-    CalcMask(BitMap(), BitMap(Rect {0, 0, 4, 4}), {0, 0, 1 << 20, 1 << 20});
+    CalcMask(BitMap(Rect{0, 0, 4, 4}), BitMap(), {0, 0, 4, 4});
+    CalcMask(BitMap(), BitMap(Rect{0, 0, 4, 4}), {0, 0, 1 << 20, 1 << 20});
 }
 
 TEST(Random, IsTheLehmerSequence)

@@ -15,7 +15,7 @@ namespace FontMaker {
 using namespace MacToolbox;
 
 struct Glyph {
-    Int offset = 0, advance = 0; // -1 and -1 for none
+    Int offset = 0, advance = 0;   // -1 and -1 for none
     std::vector<std::string> rows; // '#' is ink
 };
 
@@ -39,7 +39,7 @@ struct Font {
         ow.u16(-1);
         const Int words = height ? (I(image[0].size()) + 15) / 16 : 0;
         ByteWriter out;
-        for (const Int word : {Int {0x9000}, firstChar, firstChar + count - 2, widMax, kernMax, -descent, widMax, height,
+        for (const Int word : {Int{0x9000}, firstChar, firstChar + count - 2, widMax, kernMax, -descent, widMax, height,
                  (10 + words * height * 2 + I(loc.bytes.size())) / 2 - 0, ascent, descent, leading, words})
             out.u16(word);
         for (std::string& row : image) {
@@ -92,7 +92,8 @@ public:
                 names.raw(pstr(name));
         }
         ByteWriter out;
-        for (const Int word : {Int {256}, 256 + I(data.bytes.size()), I(data.bytes.size()), 28 + I(types.bytes.size()) + I(references.bytes.size()) + I(names.bytes.size())})
+        for (const Int word : {Int{256}, 256 + I(data.bytes.size()), I(data.bytes.size()),
+                 28 + I(types.bytes.size()) + I(references.bytes.size()) + I(names.bytes.size())})
             out.u32(word);
         out.pad(256);
         out.raw(data.bytes);
@@ -100,7 +101,8 @@ public:
         out.u16(28), out.u16(28 + I(types.bytes.size() + references.bytes.size()));
         out.raw(types.bytes), out.raw(references.bytes), out.raw(names.bytes);
         const auto path = std::filesystem::temp_directory_path() / ("fonts-" + std::to_string(::getpid()) + ".rsrc");
-        std::ofstream(path, std::ios::binary).write(reinterpret_cast<const char*>(out.bytes.data()), I(out.bytes.size()));
+        std::ofstream(path, std::ios::binary)
+            .write(reinterpret_cast<const char*>(out.bytes.data()), I(out.bytes.size()));
         ResourceManager::shared().reset();
         ResourceManager::shared().open(path.string());
         std::filesystem::remove(path);

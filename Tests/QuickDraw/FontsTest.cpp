@@ -21,7 +21,7 @@ constexpr OSType kFond = os("FOND"), kNfnt = os("NFNT"), kFont = os("FONT");
 Font sampleFont(Int ascent = 3)
 {
     const auto box = [ascent](Int width, const char* row) {
-        return Glyph {0, width + 1, std::vector<std::string>(static_cast<std::size_t>(ascent + 1), row)};
+        return Glyph{0, width + 1, std::vector<std::string>(static_cast<std::size_t>(ascent + 1), row)};
     };
     Font font;
     font.firstChar = 'A', font.ascent = ascent, font.descent = 1, font.leading = 2, font.widMax = 9;
@@ -81,7 +81,7 @@ Ink inkOf(const FontStrike& strike, Int c, Int face)
                 for (Int dx = -1; dx <= 1; ++dx)
                     ink.insert({x + dx, y + dy});
             if (face & shadow)
-                for (const auto& [dx, dy] : {std::pair<Int, Int> {2, 2}, {2, 1}, {1, 2}, {2, 0}, {0, 2}})
+                for (const auto& [dx, dy] : {std::pair<Int, Int>{2, 2}, {2, 1}, {1, 2}, {2, 0}, {0, 2}})
                     ink.insert({x + dx, y + dy});
         }
         for (const auto& point : solid)
@@ -97,7 +97,7 @@ Font randomFont(Chance& chance)
     font.firstChar = chance.in(0, 70), font.kernMax = chance.in(-3, 1);
     font.ascent = chance.in(1, 14), font.descent = chance.in(0, 5), font.widMax = 12;
     for (Int n = chance.in(2, 60); n > 0; --n) {
-        Glyph g {chance.in(0, 4), chance.in(0, 12), {}};
+        Glyph g{chance.in(0, 4), chance.in(0, 12), {}};
         const Int inkWidth = chance.oneIn(12) ? chance.in(60, 140) : chance.in(0, 11);
         for (Int y = 0; y < font.ascent + font.descent; ++y) {
             g.rows.emplace_back();
@@ -119,8 +119,8 @@ TEST_F(Text, AgreesWithEachPixelInEveryStyleAndMode)
     for (int round = 0; round < 400; ++round) {
         SCOPED_TRACE("round " + std::to_string(round));
         startRunAfresh();
-        const FontMaker::OpenFile file {{{kFont, 12 + 128 * 7}, randomFont(chance).bytes()}};
-        const Rect bounds {-20, -9, 60, chance.in(20, 180)};
+        const FontMaker::OpenFile file{{{kFont, 12 + 128 * 7}, randomFont(chance).bytes()}};
+        const Rect bounds{-20, -9, 60, chance.in(20, 180)};
         GrafPort port(chance.bitmap(bounds));
         if (chance.oneIn(2))
             port.clipRgn->region = chance.region();
@@ -144,8 +144,9 @@ TEST_F(Text, AgreesWithEachPixelInEveryStyleAndMode)
         Int x = port.pnLoc.h;
         for (const std::uint8_t c : words) {
             const Int index = strike->indexOf(c);
-            const Int advance
-                = index < 0 ? 0 : (strike->ow[static_cast<std::size_t>(index)] & 0xFF) + FontManager::extraWidth(port.txFace);
+            const Int advance = index < 0
+                ? 0
+                : (strike->ow[static_cast<std::size_t>(index)] & 0xFF) + FontManager::extraWidth(port.txFace);
             if ((port.txMode & 7) == 0)
                 for (Int v = y - strike->ascent; v < y + strike->descent; ++v)
                     for (Int h = x; h < x + advance; ++h)
@@ -161,32 +162,42 @@ TEST_F(Text, AgreesWithEachPixelInEveryStyleAndMode)
 
         EXPECT_EQ(FontManager::shared().width(port, words), x - port.pnLoc.h);
         FontManager::shared().draw(port, words);
-        EXPECT_EQ(port.pnLoc, (Point {y, x}));
+        EXPECT_EQ(port.pnLoc, (Point{y, x}));
         ASSERT_EQ(port.portBits.baseAddr->bytes, slow.baseAddr->bytes);
     }
 }
 
 TEST_F(Text, FindsTheNearestSizeAndStyle)
 {
-    const FontMaker::OpenFile file {
+    const FontMaker::OpenFile file{
         {{kFond, 3}, FontMaker::fond({{9, 0, 200}, {12, 0, 201}, {12, 1, 202}})},
-        {{kNfnt, 200}, sampleFont(2).bytes()}, {{kNfnt, 201}, sampleFont(3).bytes()}, {{kFont, 202}, sampleFont(4).bytes()},
-        {{kFond, 20}, FontMaker::fond({{14, 0, 210}})}, {{kNfnt, 210}, sampleFont(5).bytes()},
-        {{kFont, 7 * 128 + 10}, sampleFont(6).bytes()}, {{kFont, 7 * 128 + 14}, sampleFont(7).bytes()},
-        {{kFond, 8}, FontMaker::fond({{12, 0, 999}})}, {{kFont, 8 * 128 + 99}, sampleFont(8).bytes()},
+        {{kNfnt, 200}, sampleFont(2).bytes()},
+        {{kNfnt, 201}, sampleFont(3).bytes()},
+        {{kFont, 202}, sampleFont(4).bytes()},
+        {{kFond, 20}, FontMaker::fond({{14, 0, 210}})},
+        {{kNfnt, 210}, sampleFont(5).bytes()},
+        {{kFont, 7 * 128 + 10}, sampleFont(6).bytes()},
+        {{kFont, 7 * 128 + 14}, sampleFont(7).bytes()},
+        {{kFond, 8}, FontMaker::fond({{12, 0, 999}})},
+        {{kFont, 8 * 128 + 99}, sampleFont(8).bytes()},
         {{kFont, 12}, sampleFont(9).bytes()},
     };
     FontManager& fonts = FontManager::shared();
     const struct {
         Int family, size, face, ascent, residual;
     } kCases[] = {
-        {applFont, 0, 0, 3, 0}, {3, 9, 0, 2, 0}, {3, 10, 0, 2, 0}, {3, 60, italic, 3, italic},
-        {3, 12, bold | italic, 4, italic},  // the bold strike: nothing to synthesise
-        {3, 9, bold, 2, bold},              // only a plain one in that size
+        {applFont, 0, 0, 3, 0},
+        {3, 9, 0, 2, 0},
+        {3, 10, 0, 2, 0},
+        {3, 60, italic, 3, italic},
+        {3, 12, bold | italic, 4, italic}, // the bold strike: nothing to synthesise
+        {3, 9, bold, 2, bold},             // only a plain one in that size
         {20, 12, bold | shadow, 5, bold | shadow},
-        {7, 12, 0, 6, 0}, {7, 13, 0, 7, 0}, // equally near: the smaller
-        {8, 12, 0, 8, 0},                   // its family names a strike that is missing
-        {99, 12, bold, 9, bold}, {0, 0, 0, 9, 0},
+        {7, 12, 0, 6, 0},
+        {7, 13, 0, 7, 0}, // equally near: the smaller
+        {8, 12, 0, 8, 0}, // its family names a strike that is missing
+        {99, 12, bold, 9, bold},
+        {0, 0, 0, 9, 0},
     };
     for (int again = 0; again < 2; ++again)
         for (const auto& c : kCases) {
@@ -201,7 +212,7 @@ TEST_F(Text, FindsTheNearestSizeAndStyle)
 TEST_F(Text, MeasuresStylesSpacesAndMissingCharacters)
 {
     Font font = sampleFont();
-    const FontMaker::OpenFile file {{{kFont, 12}, font.bytes()}};
+    const FontMaker::OpenFile file{{{kFont, 12}, font.bytes()}};
     EXPECT_EQ(width("AB"), 4 + 5);
     EXPECT_EQ(width("AB", bold), 4 + 5 + 2);
     EXPECT_EQ(width("A", bold | shadow | extend), 4 + 4);
@@ -216,7 +227,7 @@ TEST_F(Text, MeasuresStylesSpacesAndMissingCharacters)
     std::vector<Int> locs;
     TextFace(0);
     MeasureText(4, text("AB"), -1, locs);
-    EXPECT_EQ(locs, (std::vector<Int> {0, 0, 4, 9, 9}));
+    EXPECT_EQ(locs, (std::vector<Int>{0, 0, 4, 9, 9}));
     EXPECT_EQ(TextWidth(text("ABC"), 1, 99), 5 + 2);
     EXPECT_EQ(TextWidth(text("ABC"), -7, 1), 4);
     EXPECT_EQ(TextWidth(text("ABC"), 5, -1), 0);
@@ -226,11 +237,11 @@ TEST_F(Text, MeasuresStylesSpacesAndMissingCharacters)
     TextFace(shadow);
     FontInfo info;
     GetFontInfo(info);
-    EXPECT_EQ(info, (FontInfo {3 + 1, 1 + 2, 9 + 2, 2}));
+    EXPECT_EQ(info, (FontInfo{3 + 1, 1 + 2, 9 + 2, 2}));
 
     font.glyphs.back().advance = -1; // not even a sign for missing characters
     startRunAfresh();
-    const FontMaker::OpenFile open {{{kFont, 12}, font.bytes()}};
+    const FontMaker::OpenFile open{{{kFont, 12}, font.bytes()}};
     thePort->spExtra = 2;
     EXPECT_EQ(width("zz zz", bold), 2);
 }
@@ -240,22 +251,22 @@ TEST_F(Text, WithoutAnyFontDoesNothing)
     ResourceManager::shared().reset();
     MoveTo(5, 5);
     DrawString(pstr("Nothing"));
-    EXPECT_EQ(thePort->pnLoc, (Point {5, 5}));
+    EXPECT_EQ(thePort->pnLoc, (Point{5, 5}));
     EXPECT_EQ(width("Nothing"), 0);
-    FontInfo info {1, 1, 1, 1};
+    FontInfo info{1, 1, 1, 1};
     GetFontInfo(info);
     EXPECT_EQ(info, FontInfo());
 }
 
 TEST_F(Text, MovesThePenOnlyWhileARegionIsOpen)
 {
-    const FontMaker::OpenFile file {{{kFont, 12}, sampleFont().bytes()}};
-    const auto port = std::make_shared<GrafPort>(Rect {0, 0, 30, 60});
+    const FontMaker::OpenFile file{{{kFont, 12}, sampleFont().bytes()}};
+    const auto port = std::make_shared<GrafPort>(Rect{0, 0, 30, 60});
     const PortScope scope(port);
     MoveTo(4, 10), OpenRgn();
     DrawString(pstr("AB"));
     CloseRgn(NewRgn());
-    EXPECT_EQ(port->pnLoc, (Point {10, 13}));
+    EXPECT_EQ(port->pnLoc, (Point{10, 13}));
     HidePen(), TextFace(underline);
     DrawString(pstr("A")); // the pen's visibility is for the underline alone
     EXPECT_TRUE(port->portBits.get(13, 9));
@@ -270,7 +281,8 @@ TEST_F(Text, DamagedStrikesAreRefusedOrCutShort)
 {
     const Bytes whole = sampleFont().bytes();
     EXPECT_EQ(FontStrike::parse(Bytes(25), 0), nullptr);
-    for (const auto& [at, value] : {std::pair<std::size_t, std::uint8_t> {4, 0x80}, {14, 0x80}, {14, 0x70}, {24, 0x80}, {24, 0x70}}) {
+    for (const auto& [at, value] :
+        {std::pair<std::size_t, std::uint8_t>{4, 0x80}, {14, 0x80}, {14, 0x70}, {24, 0x80}, {24, 0x70}}) {
         Bytes bad = whole; // last character, height, row length
         bad[at] = value;
         EXPECT_EQ(FontStrike::parse(bad, 0), nullptr) << at;
@@ -295,9 +307,9 @@ TEST_F(Text, DamagedStrikesAreRefusedOrCutShort)
 
 TEST_F(Text, FamiliesAreFoundByTheirExactName)
 {
-    const FontMaker::OpenFile file {{{kFond, 3}, FontMaker::fond({}), "Plain"}, {{kFond, 20}, FontMaker::fond({}), "Sign"},
-        {{kFond, 40}, FontMaker::fond({}), "Sign"}};
-    for (const auto& [name, want] : {std::pair<const char*, Int> {"Plain", 3}, {"Sign", 40}, {"sign", 0}, {"Sig", 0}}) {
+    const FontMaker::OpenFile file{{{kFond, 3}, FontMaker::fond({}), "Plain"},
+        {{kFond, 20}, FontMaker::fond({}), "Sign"}, {{kFond, 40}, FontMaker::fond({}), "Sign"}};
+    for (const auto& [name, want] : {std::pair<const char*, Int>{"Plain", 3}, {"Sign", 40}, {"sign", 0}, {"Sig", 0}}) {
         Int number = 5;
         GetFNum(pstr(name), number);
         EXPECT_EQ(number, want) << name;

@@ -28,7 +28,7 @@ public:
         if (version_ == 1)
             out_.u8(code);
         else
-            out_.pad(I(out_.bytes.size() + 1) & ~Int {1}), out_.u16(code);
+            out_.pad(I(out_.bytes.size() + 1) & ~Int{1}), out_.u16(code);
         return *this;
     }
     Pict& u8(Int v) { return out_.u8(v), *this; }
@@ -50,7 +50,7 @@ private:
 /// A port of 80 by 120 pixels, as the current one.
 class PictureTest : public testing::Test {
 protected:
-    PictureTest() : port(std::make_shared<GrafPort>(Rect {0, 0, 80, 120})), saved(thePort) { SetPort(port); }
+    PictureTest() : port(std::make_shared<GrafPort>(Rect{0, 0, 80, 120})), saved(thePort) { SetPort(port); }
     ~PictureTest() override { SetPort(saved); }
 
     Int blackIn(const Rect& r) const
@@ -84,7 +84,7 @@ Pict& image(Pict& p, Int op, Int rowBytes, const Rect& bounds, const Rect& to, I
 
 TEST_F(PictureTest, ShapesFollowTheLowBitsAndRememberTheLastRectangle)
 {
-    const Rect r {10, 10, 30, 40};
+    const Rect r{10, 10, 30, 40};
     for (const Int version : {1, 2}) {
         EXPECT_EQ(played(Pict(version).op(0x31).rect(r).end()), 600);
         EXPECT_EQ(played(Pict(version).op(0x30).rect(r).end()), 2 * 30 + 2 * 18);
@@ -95,8 +95,10 @@ TEST_F(PictureTest, ShapesFollowTheLowBitsAndRememberTheLastRectangle)
         EXPECT_NEAR(static_cast<double>(oval), 471, 8);
         EXPECT_EQ(played(Pict(version).op(0x51).rect(r).op(0x39).end()), 600) << "the rectangle of the oval";
         EXPECT_EQ(played(Pict(version).op(0x0B).pt(0, 0).op(0x41).rect(r).end()), 600);
-        EXPECT_EQ(played(Pict(version).op(0x61).fill(12, 0).op(0x69).fill(4, 0).op(0x31).rect(r).end()), 600) << "arcs are passed over";
-        EXPECT_EQ(played(Pict(version).op(0x81).u16(14).rect(r).fill(4, 9).op(0x31).rect({0, 0, 1, 1}).end()), 601) << "a region is its box";
+        EXPECT_EQ(played(Pict(version).op(0x61).fill(12, 0).op(0x69).fill(4, 0).op(0x31).rect(r).end()), 600)
+            << "arcs are passed over";
+        EXPECT_EQ(played(Pict(version).op(0x81).u16(14).rect(r).fill(4, 9).op(0x31).rect({0, 0, 1, 1}).end()), 601)
+            << "a region is its box";
     }
 }
 
@@ -119,7 +121,7 @@ TEST_F(PictureTest, LinesAndPolygons)
 TEST_F(PictureTest, EverythingIsMappedButPenAndDeltas)
 {
     const Handle p = Pict().op(0x20).pt(0, 0).pt(0, 30).op(0x31).rect({10, 10, 20, 20}).end().handle();
-    EXPECT_EQ(picFrame(p), (Rect {0, 0, 40, 60}));
+    EXPECT_EQ(picFrame(p), (Rect{0, 0, 40, 60}));
     DrawPicture(p, {0, 0, 80, 120});
     EXPECT_EQ(blackIn({0, 0, 1, 120}), 61) << "a line stays one pixel wide";
     EXPECT_EQ(blackIn({1, 0, 80, 120}), 400);
@@ -134,11 +136,22 @@ TEST_F(PictureTest, EverythingIsMappedButPenAndDeltas)
 TEST_F(PictureTest, TheClipIsThatOfThePortAndTheBoxTold)
 {
     ClipRect({0, 0, 40, 20});
-    const Pict p = Pict().op(0x01).u16(10).rect({0, 50, 40, 60}).op(0x31).rect({0, 0, 40, 60}).op(0x01).u16(12).rect({0, 10, 40, 60}).u16(7)
-                       .op(0x31).rect({0, 0, 40, 60}).end();
+    const Pict p = Pict()
+                       .op(0x01)
+                       .u16(10)
+                       .rect({0, 50, 40, 60})
+                       .op(0x31)
+                       .rect({0, 0, 40, 60})
+                       .op(0x01)
+                       .u16(12)
+                       .rect({0, 10, 40, 60})
+                       .u16(7)
+                       .op(0x31)
+                       .rect({0, 0, 40, 60})
+                       .end();
     DrawPicture(p.handle(), {0, 0, 40, 60});
     EXPECT_EQ(all(), 40 * 10) << "nothing in the first, columns 10 to 19 in the second";
-    EXPECT_EQ(port->clipRgn->region, Region(Rect {0, 0, 40, 20}));
+    EXPECT_EQ(port->clipRgn->region, Region(Rect{0, 0, 40, 20}));
 }
 
 TEST_F(PictureTest, ThePortIsAsBeforeHoweverItEnds)
@@ -149,20 +162,46 @@ TEST_F(PictureTest, ThePortIsAsBeforeHoweverItEnds)
         port->bkPat = Pattern::gray;
         port->fgColor = RGBColor::white;
         const PenState pen = port->penState();
-        const Pict p = Pict().op(0x02).fill(8, 1).op(0x03).u16(7).op(0x04).u8(3).u8(0).op(0x05).u16(2).op(0x06).u32(0x30000).op(0x07).pt(5, 5)
-                           .op(0x08).u16(10).op(0x09).fill(8, 2).op(0x0D).u16(24).op(0x0E).u32(30).op(0x1B).fill(6, 0)
-                           .op(0x20).pt(1, 1).pt(2, 2).op(last);
+        const Pict p = Pict()
+                           .op(0x02)
+                           .fill(8, 1)
+                           .op(0x03)
+                           .u16(7)
+                           .op(0x04)
+                           .u8(3)
+                           .u8(0)
+                           .op(0x05)
+                           .u16(2)
+                           .op(0x06)
+                           .u32(0x30000)
+                           .op(0x07)
+                           .pt(5, 5)
+                           .op(0x08)
+                           .u16(10)
+                           .op(0x09)
+                           .fill(8, 2)
+                           .op(0x0D)
+                           .u16(24)
+                           .op(0x0E)
+                           .u32(30)
+                           .op(0x1B)
+                           .fill(6, 0)
+                           .op(0x20)
+                           .pt(1, 1)
+                           .pt(2, 2)
+                           .op(last);
         DrawPicture(p.handle(), {0, 0, 40, 60});
         EXPECT_EQ(port->penState(), pen);
         EXPECT_TRUE(port->txFont == 0 && port->txFace == 0 && port->txMode == srcOr && port->txSize == 9);
-        EXPECT_TRUE(port->bkPat == Pattern::gray && port->fgColor == RGBColor::white && port->bkColor == RGBColor::white);
+        EXPECT_TRUE(
+            port->bkPat == Pattern::gray && port->fgColor == RGBColor::white && port->bkColor == RGBColor::white);
         EXPECT_EQ(port->spExtra, 3) << "the width of spaces stays";
     }
 }
 
 TEST_F(PictureTest, UnknownOpcodesSkipOrEnd)
 {
-    const Rect r {0, 0, 10, 10};
+    const Rect r{0, 0, 10, 10};
     EXPECT_EQ(played(Pict(2).op(0x0200).u32(0xFFFFFFFF).op(0x0C00).fill(24, 0xFF).op(0x31).rect(r).end()), 100);
     EXPECT_EQ(played(Pict(2).op(0x9A).op(0x31).rect(r).end()), 0);
     EXPECT_EQ(played(Pict(2).op(0x8000).op(0x31).rect(r).end()), 0);
@@ -175,7 +214,7 @@ TEST_F(PictureTest, UnknownOpcodesSkipOrEnd)
 
 TEST_F(PictureTest, BitImagesAreRawOrPackedAndScaled)
 {
-    const Rect bounds {0, 0, 4, 16}, to {0, 0, 4, 16};
+    const Rect bounds{0, 0, 4, 16}, to{0, 0, 4, 16};
     Pict raw;
     image(raw, 0x90, 2, bounds, to).fill(8, 0xF0).end();
     EXPECT_EQ(played(raw), 32);
@@ -187,7 +226,7 @@ TEST_F(PictureTest, BitImagesAreRawOrPackedAndScaled)
     EXPECT_EQ(played(twice), 128);
     Pict packed;
     image(packed, 0x98, 8, {0, 0, 3, 60}, {0, 0, 3, 60});
-    packed.u8(2).u8(-7).u8(0xFF);                       // a run of 8
+    packed.u8(2).u8(-7).u8(0xFF);                        // a run of 8
     packed.u8(5).u8(1).u8(0xFF).u8(0).u8(0x99).u8(0x77); // two literals, then too few: the rest is white
     packed.u8(4).u8(-128).u8(-20).u8(0xFF).u8(0);        // a skip, and a run that overshoots
     packed.end();
@@ -204,7 +243,8 @@ TEST_F(PictureTest, BitImagesAreRawOrPackedAndScaled)
 
 TEST_F(PictureTest, DeepPixelsAreReducedByAPlainThreshold)
 {
-    const auto pixelMap = [](Int depth, Int rowBytes, Int flags, const std::vector<std::pair<Int, Int>>& table, Int mode = srcCopy) {
+    const auto pixelMap = [](Int depth, Int rowBytes, Int flags, const std::vector<std::pair<Int, Int>>& table,
+                              Int mode = srcCopy) {
         Pict p;
         p.op(0x31).rect({0, 0, 2, 8}).op(0x90).u16(rowBytes | 0x8000).rect({0, 0, 2, 8});
         p.u16(0).u16(0).u32(0).u32(0).u32(0).u16(0).u16(depth).u16(1).u16(depth).u32(0).u32(0).u32(0); // bytes 10 to 45
@@ -214,13 +254,16 @@ TEST_F(PictureTest, DeepPixelsAreReducedByAPlainThreshold)
         return p.rect({0, 0, 2, 8}).rect({0, 0, 2, 8}).u16(mode);
     };
     EXPECT_EQ(played(pixelMap(8, 8, 0, {{5, 0}, {6, 0xFFFF}}).fill(8, 5).fill(8, 6).end()), 8);
-    EXPECT_EQ(played(pixelMap(8, 8, 0, {{5, 0x7FFF}, {6, 0x8000}}).fill(8, 5).fill(8, 6).end()), 8) << "the threshold itself";
-    EXPECT_EQ(played(pixelMap(8, 8, 0, {{6, 0xFFFF}}, srcOr).fill(16, 6).end()), 0) << "white throughout, whatever the mode";
+    EXPECT_EQ(played(pixelMap(8, 8, 0, {{5, 0x7FFF}, {6, 0x8000}}).fill(8, 5).fill(8, 6).end()), 8)
+        << "the threshold itself";
+    EXPECT_EQ(played(pixelMap(8, 8, 0, {{6, 0xFFFF}}, srcOr).fill(16, 6).end()), 0)
+        << "white throughout, whatever the mode";
     EXPECT_EQ(played(pixelMap(8, 8, 0, {{6, 0}}).fill(16, 9).end()), 0) << "a value without a colour is white";
     EXPECT_EQ(played(pixelMap(4, 4, 0x8000, {{0, 0xFFFF}, {0, 0}}).fill(8, 0x10).end()), 8) << "keyed by position";
     EXPECT_EQ(played(pixelMap(2, 2, 0, {{3, 0}}).fill(4, 0xC1).end()), 4);
     EXPECT_EQ(played(pixelMap(8, 8, 0, {{5, 0}}).fill(3, 5)), 3) << "what is missing reads as 0";
-    EXPECT_EQ(played(pixelMap(8, 4, 0, {{5, 0}}).fill(4, 0).fill(4, 5).end()), 8) << "a short row runs on into the next";
+    EXPECT_EQ(played(pixelMap(8, 4, 0, {{5, 0}}).fill(4, 0).fill(4, 5).end()), 8)
+        << "a short row runs on into the next";
     EXPECT_EQ(played(pixelMap(16, 16, 0, {{5, 0}}).fill(32, 5).end()), 16) << "deeper ones end the picture";
 }
 
@@ -229,13 +272,31 @@ TEST_F(PictureTest, DamagedPicturesEndQuietly)
     DrawPicture(nullptr, {0, 0, 9, 9});
     for (Int n = 0; n < 13; ++n)
         DrawPicture(NewHandle(n), {0, 0, 9, 9});
-    EXPECT_EQ(picFrame(nullptr), Rect {});
-    EXPECT_EQ(picFrame(NewHandle(9)), Rect {});
+    EXPECT_EQ(picFrame(nullptr), Rect{});
+    EXPECT_EQ(picFrame(NewHandle(9)), Rect{});
 
     Pict whole;
-    whole.op(0x01).u16(10).rect({0, 0, 40, 60}).op(0x28).pt(9, 9).u8(3).raw({65, 66, 67}).op(0x71).u16(22).rect({0, 0, 9, 9}).pt(0, 0).pt(9, 0)
+    whole.op(0x01)
+        .u16(10)
+        .rect({0, 0, 40, 60})
+        .op(0x28)
+        .pt(9, 9)
+        .u8(3)
+        .raw({65, 66, 67})
+        .op(0x71)
+        .u16(22)
+        .rect({0, 0, 9, 9})
+        .pt(0, 0)
+        .pt(9, 0)
         .pt(0, 9);
-    image(whole, 0x99, 8, {0, 0, 4, 60}, {0, 0, 4, 60}).u16(10).rect({0, 0, 4, 60}).fill(12, 0xFE).op(0x2C).u16(9).fill(9, 0).end();
+    image(whole, 0x99, 8, {0, 0, 4, 60}, {0, 0, 4, 60})
+        .u16(10)
+        .rect({0, 0, 4, 60})
+        .fill(12, 0xFE)
+        .op(0x2C)
+        .u16(9)
+        .fill(9, 0)
+        .end();
     const Bytes& bytes = whole.bytes();
     for (std::size_t cut = 0; cut < bytes.size(); ++cut)
         DrawPicture(PtrToHand(std::span(bytes).first(cut)), {0, 0, 40, 60});
@@ -294,7 +355,7 @@ TEST_F(PictureTest, VastLettersInEveryStyleEndThePictureSoon)
     };
     startRunAfresh(); // no search for a font has failed yet
     SetPort(port);
-    const FontMaker::OpenFile file {{{os("FONT"), 12}, font.bytes()}};
+    const FontMaker::OpenFile file{{{os("FONT"), 12}, font.bytes()}};
     EXPECT_EQ(played(lettersOfStyles(3)), 40 * 60);
     EXPECT_LT(played(lettersOfStyles(1200)), 40 * 60);
 }

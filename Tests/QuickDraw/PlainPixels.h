@@ -13,13 +13,12 @@ namespace Plain {
 using namespace MacToolbox;
 
 /// The rows and columns that the tests look at.
-inline constexpr Rect kWindow {-12, -12, 76, 148};
+inline constexpr Rect kWindow{-12, -12, 76, 148};
 
 /// A region as a set of pixels.
 class Pixels {
 public:
-    template <typename Test>
-    static Pixels where(Test&& inside, const Rect& within = kWindow)
+    template <typename Test> static Pixels where(Test&& inside, const Rect& within = kWindow)
     {
         Pixels p;
         for (Int v = within.top; v < within.bottom; ++v)
@@ -62,7 +61,7 @@ inline bool painted(bool pixel, bool s, Int mode, bool fgDark, bool bkDark)
 /// Chance for the tests; the same in every run.
 class Chance {
 public:
-    explicit Chance(unsigned seed) : engine_(seed) {}
+    explicit Chance(unsigned seed) : engine_(seed) { }
     /// From `low` to `high`, both included.
     Int in(Int low, Int high) { return low + I(engine_() % static_cast<std::uint64_t>(high - low + 1)); }
     bool oneIn(Int n) { return in(1, n) == 1; }

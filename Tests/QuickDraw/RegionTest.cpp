@@ -99,11 +99,11 @@ TEST(Region, RectanglesThatMakeARectangleAreOne)
     EXPECT_EQ(a->rgnBBox(), Rect());
     EXPECT_EQ(a->region, Region());
 
-    const Region ring = Region(Rect {0, 0, 10, 10}).subtracting(Region(Rect {3, 3, 7, 7}));
-    EXPECT_EQ(ring.spans(4), (std::vector<Int> {0, 3, 7, 10}));
-    EXPECT_EQ(ring.spans(2), (std::vector<Int> {0, 10}));
-    EXPECT_EQ(ring.bounds(), (Rect {0, 0, 10, 10}));
-    const Region gap = Region(Rect {0, 0, 2, 5}).unionWith(Region(Rect {4, 0, 6, 5}));
+    const Region ring = Region(Rect{0, 0, 10, 10}).subtracting(Region(Rect{3, 3, 7, 7}));
+    EXPECT_EQ(ring.spans(4), (std::vector<Int>{0, 3, 7, 10}));
+    EXPECT_EQ(ring.spans(2), (std::vector<Int>{0, 10}));
+    EXPECT_EQ(ring.bounds(), (Rect{0, 0, 10, 10}));
+    const Region gap = Region(Rect{0, 0, 2, 5}).unionWith(Region(Rect{4, 0, 6, 5}));
     EXPECT_TRUE(gap.spans(3).empty());
     EXPECT_FALSE(gap.isRect());
 }
@@ -136,18 +136,18 @@ TEST(Region, MovesByAnyAmount)
         }
     }
     const Region disc = Region::oval({0, 0, 20, 20});
-    EXPECT_TRUE(disc.offsetBy(Int {1} << 40, 0).isEmpty());
+    EXPECT_TRUE(disc.offsetBy(Int{1} << 40, 0).isEmpty());
     expectShortestForm(disc.offsetBy((1 << 30) - 10, 0));
-    EXPECT_EQ(Region(Rect {0, 0, 5, 5}).offsetBy(Int {1} << 40, 0).bounds().left, Int {1} << 40);
+    EXPECT_EQ(Region(Rect{0, 0, 5, 5}).offsetBy(Int{1} << 40, 0).bounds().left, Int{1} << 40);
 }
 
 TEST(Region, PointsAndRectanglesAreFoundInTallRegionsToo)
 {
     Chance chance(3);
-    const Region tall = Region(Rect {-30000, 0, 30000, 40})
-                            .xorWith(Region(Rect {-5, 10, 5, 20}))
-                            .xorWith(Region(Rect {100, 5, 20000, 8}))
-                            .unionWith(Region(Rect {31000, -10, 31001, 50}));
+    const Region tall = Region(Rect{-30000, 0, 30000, 40})
+                            .xorWith(Region(Rect{-5, 10, 5, 20}))
+                            .xorWith(Region(Rect{100, 5, 20000, 8}))
+                            .unionWith(Region(Rect{31000, -10, 31001, 50}));
     for (int round = 0; round < 2000; ++round) {
         const Int h = chance.in(-2, 45), v = chance.oneIn(2) ? chance.in(-20, 120) : chance.in(-31000, 31005);
         const bool want = (v >= -30000 && v < 30000 && h >= 0 && h < 40 && !(v >= -5 && v < 5 && h >= 10 && h < 20)
@@ -175,7 +175,7 @@ TEST(Region, TheDefaultClipCostsNoRows)
 
 TEST(Region, RectanglesIntersectAndShapesAreUsedAgainWithoutAllocation)
 {
-    const Region a(Rect {0, 0, 50, 50}), b(Rect {20, 30, 90, 90});
+    const Region a(Rect{0, 0, 50, 50}), b(Rect{20, 30, 90, 90});
     const Region disc = Region::oval({0, 0, 60, 60}), other = Region::oval({10, 10, 80, 80});
     Region out = disc.unionWith(other).xorWith(a);
     out = disc.xorWith(other);
@@ -185,17 +185,17 @@ TEST(Region, RectanglesIntersectAndShapesAreUsedAgainWithoutAllocation)
     Region::combine(Region::Op::intersect, disc, other, out);
     const long after = sAllocations;
     EXPECT_EQ(after, before);
-    EXPECT_EQ(box, Region(Rect {20, 30, 50, 50}));
+    EXPECT_EQ(box, Region(Rect{20, 30, 50, 50}));
     EXPECT_EQ(out, other.intersection(disc));
 }
 
 TEST(Region, OvalsAndRoundCornersFollowTheEllipse)
 {
     const Region four = Region::oval({0, 0, 4, 4});
-    EXPECT_EQ(four.spans(0), (std::vector<Int> {1, 3}));
-    EXPECT_EQ(four.spans(1), (std::vector<Int> {0, 4}));
-    EXPECT_EQ(four.spans(2), (std::vector<Int> {0, 4}));
-    EXPECT_EQ(four.spans(3), (std::vector<Int> {1, 3}));
+    EXPECT_EQ(four.spans(0), (std::vector<Int>{1, 3}));
+    EXPECT_EQ(four.spans(1), (std::vector<Int>{0, 4}));
+    EXPECT_EQ(four.spans(2), (std::vector<Int>{0, 4}));
+    EXPECT_EQ(four.spans(3), (std::vector<Int>{1, 3}));
     EXPECT_TRUE(Region::oval({0, 0, 1, 1}).isRect());
     EXPECT_TRUE(Region::oval({0, 0, 50, 1}).isRect());
     EXPECT_EQ(Region::roundRect({0, 0, 9, 12}, 99, 6), Region::roundRect({0, 0, 9, 12}, 12, 6));
@@ -216,8 +216,8 @@ TEST(Region, OvalsAndRoundCornersFollowTheEllipse)
                 inset = static_cast<Int>(std::round(a - a * std::sqrt(std::max(1 - t, 0.0))));
             }
             const std::vector<Int> want = r.left + inset < r.right - inset
-                ? std::vector<Int> {r.left + inset, r.right - inset}
-                : std::vector<Int> {};
+                ? std::vector<Int>{r.left + inset, r.right - inset}
+                : std::vector<Int>{};
             ASSERT_EQ(shape.spans(v), want) << "row " << v << " of " << r.description();
         }
         const Rect within = chance.rect();
@@ -235,7 +235,7 @@ TEST(Region, OutlinesFillByTheEvenOddRule)
     };
     const Region triangle = Region::fromEdges(polygon({{0, 5}, {5, 0}, {5, 10}}));
     EXPECT_EQ(triangle.bounds().bottom, 5);
-    EXPECT_EQ(triangle.spans(4), (std::vector<Int> {1, 10})); // 0.5 and 9.5: halves go away from zero
+    EXPECT_EQ(triangle.spans(4), (std::vector<Int>{1, 10})); // 0.5 and 9.5: halves go away from zero
     EXPECT_EQ(Region::fromEdges(polygon({{3, 0}, {3, 9}})), Region());
     EXPECT_EQ(Region::fromEdges({}), Region());
 
@@ -254,8 +254,8 @@ TEST(Region, OutlinesFillByTheEvenOddRule)
                     std::swap(p, q);
                 const double y = static_cast<double>(v) + 0.5;
                 if (p.v != q.v && y >= static_cast<double>(p.v) && y < static_cast<double>(q.v))
-                    cuts.push_back((y - static_cast<double>(p.v)) * static_cast<double>(q.h - p.h)
-                            / static_cast<double>(q.v - p.v)
+                    cuts.push_back(
+                        (y - static_cast<double>(p.v)) * static_cast<double>(q.h - p.h) / static_cast<double>(q.v - p.v)
                         + static_cast<double>(p.h));
             }
             std::sort(cuts.begin(), cuts.end());
@@ -263,7 +263,8 @@ TEST(Region, OutlinesFillByTheEvenOddRule)
                 bool inside = false;
                 for (std::size_t i = 0; i + 1 < cuts.size(); i += 2)
                     inside = inside
-                        || (std::round(cuts[i]) <= static_cast<double>(h) && static_cast<double>(h) < std::round(cuts[i + 1]));
+                        || (std::round(cuts[i]) <= static_cast<double>(h)
+                            && static_cast<double>(h) < std::round(cuts[i + 1]));
                 ASSERT_EQ(shape.contains(h, v), inside) << h << ',' << v;
             }
         }
@@ -295,8 +296,8 @@ TEST(Region, LinesAreWhatThePenStampsOnItsWay)
     Chance chance(6);
     for (int round = 0; round < 400; ++round) {
         const Int reach = chance.oneIn(2) ? 6 : 60;
-        const Point from {chance.in(0, reach), chance.in(0, reach)}, to {chance.in(0, reach), chance.in(0, reach)};
-        const Point pen {chance.in(0, 4), chance.in(0, 4)};
+        const Point from{chance.in(0, reach), chance.in(0, reach)}, to{chance.in(0, reach), chance.in(0, reach)};
+        const Point pen{chance.in(0, 4), chance.in(0, 4)};
         SCOPED_TRACE(from.description() + " to " + to.description() + " pen " + pen.description());
         const Region line = Region::line(from, to, pen);
         ASSERT_EQ(Pixels::of(line), stamped(from, to, pen));
@@ -305,8 +306,8 @@ TEST(Region, LinesAreWhatThePenStampsOnItsWay)
         EXPECT_EQ(Region::line(from, to, pen, within).intersection(within), line.intersection(within));
     }
     const Region far = Region::line({0, 0}, {3000000000, 9000000000}, {1, 1}, {0, 0, 4, 512});
-    EXPECT_EQ(far.spans(0), (std::vector<Int> {0, 2}));
-    EXPECT_EQ(far.spans(3), (std::vector<Int> {8, 11}));
+    EXPECT_EQ(far.spans(0), (std::vector<Int>{0, 2}));
+    EXPECT_EQ(far.spans(3), (std::vector<Int>{8, 11}));
 }
 
 TEST(Region, RowsGivenAreTakenAsTheyAre)
@@ -314,7 +315,7 @@ TEST(Region, RowsGivenAreTakenAsTheyAre)
     const std::vector<Int> rows[] = {{}, {1, 3}, {1, 3}, {}, {0, 2, 5, 9}, {}};
     const Region r = Region::fromRows(10, rows);
     expectShortestForm(r);
-    EXPECT_EQ(r.bounds(), (Rect {11, 0, 15, 9}));
+    EXPECT_EQ(r.bounds(), (Rect{11, 0, 15, 9}));
     EXPECT_EQ(r.spans(12), rows[2]);
     EXPECT_EQ(r.spans(14), rows[4]);
     EXPECT_EQ(r.description(), "Region(t11 l0 b15 r9) complex");

@@ -33,8 +33,8 @@ TEST_F(ScreenFrames, AreUnpackedForAnyViewport)
     Plain::Chance chance(31);
     for (auto& byte : screen.bits.baseAddr->bytes)
         byte = static_cast<std::uint8_t>(chance.in(0, 255));
-    for (const Rect& view : {Rect {20, 0, 342, 512}, Rect {0, 0, 342, 512}, Rect {3, 8, 40, 29}, Rect {300, 13, 342, 512},
-             Rect {9, 505, 10, 506}, Rect {50, 20, 50, 40}, Rect {60, 30, 90, 30}}) {
+    for (const Rect& view : {Rect{20, 0, 342, 512}, Rect{0, 0, 342, 512}, Rect{3, 8, 40, 29}, Rect{300, 13, 342, 512},
+             Rect{9, 505, 10, 506}, Rect{50, 20, 50, 40}, Rect{60, 30, 90, 30}}) {
         screen.setViewport(view);
         EXPECT_EQ(screen.sharedViewport(), view);
         screen.publish(true);
@@ -58,7 +58,7 @@ TEST_F(ScreenFrames, AppearOnlyWhenSomethingWasDrawn)
     screen.publish(true);
     EXPECT_NE(screen.snapshot(), first);
     EXPECT_EQ(screen.snapshot()->height, 80);
-    GrafPort(screen.bits).fill(Rect {30, 10, 40, 20}, Pattern::black, patCopy);
+    GrafPort(screen.bits).fill(Rect{30, 10, 40, 20}, Pattern::black, patCopy);
     screen.publish(false);
     expectPublished();
     EXPECT_EQ(first->pixels, Bytes(512 * 322, 0)); // what a reader holds never changes

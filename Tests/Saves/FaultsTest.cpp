@@ -46,13 +46,13 @@ protected:
     static HostDisk::Faults sound(bool attributes) { return failing(-1, false, attributes); }
 
     /// Runs `work` with each of its calls failing in turn, until it makes no more.
-    template <typename Work>
-    static void eachFault(Work work)
+    template <typename Work> static void eachFault(Work work)
     {
         for (const bool attributes : {true, false})
             for (const bool stays : {false, true})
                 for (Int after = 0; after < kMostCalls && !HasFatalFailure(); ++after) {
-                    SCOPED_TRACE(testing::Message() << "call " << after << (stays ? " and on" : "") << (attributes ? "" : ", no attributes"));
+                    SCOPED_TRACE(testing::Message()
+                        << "call " << after << (stays ? " and on" : "") << (attributes ? "" : ", no attributes"));
                     if (!work(failing(after, stays, attributes)))
                         break;
                     ASSERT_LT(after, kMostCalls - 1);
@@ -230,8 +230,8 @@ protected:
         setup.environment["WR_DATA"] = data.path();
         return setup;
     }
-    /// A start under `faults`, then `work` at the title. Alerts are answered. @return True if the game ended before `work` was
-    /// done.
+    /// A start under `faults`, then `work` at the title. Alerts are answered. @return True if the game ended before
+    /// `work` was done.
     bool ends(const HostDisk::Faults& faults, const HostDisk::Faults& later, const std::function<void()>& work)
     {
         HostDisk::setFaults(faults);

@@ -35,7 +35,10 @@ GameRun::Setup on(const std::string& data)
 
 /// A journey under way on that folder, saved as "Kept" and exported as "Story".
 struct UnderWay {
-    explicit UnderWay(const std::string& data) : run(Wainroad_main, on(data)), player(run) { good = player.setOut("Ann"); }
+    explicit UnderWay(const std::string& data) : run(Wainroad_main, on(data)), player(run)
+    {
+        good = player.setOut("Ann");
+    }
 
     /// Tries a file command. @return What the alert says, which is answered then.
     std::string answer(const std::string& script)
@@ -52,7 +55,8 @@ struct UnderWay {
     bool good = false;
 };
 
-const std::string kSave = "file Kept\nmenu 1001 2", kExport = "file Story\nmenu 1001 4", kOpen = "file Kept\nmenu 1001 1";
+const std::string kSave = "file Kept\nmenu 1001 2", kExport = "file Story\nmenu 1001 4",
+                  kOpen = "file Kept\nmenu 1001 1";
 const std::string kNotDone = ": The game goes on, but this was not done.";
 
 /// What a player meets whose folder may only be read. @return The number of the step that went wrong, or 0.
@@ -101,7 +105,8 @@ TEST(Folders, OneThatMayOnlyBeReadIsToldOfAndKeepsItsFiles)
     chmod(data.c_str(), 0755);
     EXPECT_TRUE(filesIn(data) == before);
     if (status == 10 || status == 11)
-        GTEST_SKIP() << "no other user can be played here: " << (status == 10 ? "not allowed" : "the program's folder is closed to others");
+        GTEST_SKIP() << "no other user can be played here: "
+                     << (status == 10 ? "not allowed" : "the program's folder is closed to others");
     EXPECT_EQ(status, 0) << child.output();
 }
 

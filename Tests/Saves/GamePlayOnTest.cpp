@@ -9,8 +9,8 @@
 #include "Wainroad/Journal/Log.h"
 #include "Wainroad/Persistence/SavedGame.h"
 #include "Wainroad/Screens/Exit.h"
-#include "Wainroad/Screens/Resume.h"
 #include "Wainroad/Screens/Rest.h"
+#include "Wainroad/Screens/Resume.h"
 #include "Wainroad/Screens/SaveGame.h"
 #include "Wainroad/Screens/Status.h"
 #include "Wainroad/Screens/Title.h"
@@ -59,8 +59,8 @@ GameState asLoaded(GameState state)
 
 class ThroughTheGame : public testing::Test {
 protected:
-    /// Writes down the journey at each new day. Chance hangs on the day alone, so that what the pictures draw from the one
-    /// generator changes nothing.
+    /// Writes down the journey at each new day. Chance hangs on the day alone, so that what the pictures draw from the
+    /// one generator changes nothing.
     void keepDays()
     {
         ModelClose();
@@ -94,7 +94,8 @@ protected:
     {
         run.play("file " + name + "\nmenu 1001 2\nwait 0.5");
         std::error_code error;
-        return std::filesystem::file_size(run.dataFolder() + "/" + name, error) == static_cast<std::uintmax_t>(kSaveBytes);
+        return std::filesystem::file_size(run.dataFolder() + "/" + name, error)
+            == static_cast<std::uintmax_t>(kSaveBytes);
     }
     bool leave()
     {
@@ -136,7 +137,8 @@ TEST_F(ThroughTheGame, ALoadedJourneyPlaysOnDayForDay)
     ASSERT_TRUE(player.setOut("Ann", 0, 4, {8, 15, 20, 3, 3, 3, 1600}));
     keepDays();
     const Habits habits{3, false, false, 0, 0, true, kNoHunt};
-    // At the start town, then wherever the thirty days end, with a halt on the road, and last at the places before the count.
+    // At the start town, then wherever the thirty days end, with a halt on the road, and last at the places before the
+    // count.
     Int compared = 0;
     for (Int stages = 0; stages < 8 && gPlaying == 2; ++stages) {
         const std::string name = "stage " + std::to_string(stages);
@@ -147,7 +149,8 @@ TEST_F(ThroughTheGame, ALoadedJourneyPlaysOnDayForDay)
             Traveller(run, habits).travel(kDayTicks);
             continue;
         }
-        SCOPED_TRACE(name + ", place " + std::to_string(gTrain.landmark) + ", " + std::to_string(gTrain.toNext) + " to go");
+        SCOPED_TRACE(
+            name + ", place " + std::to_string(gTrain.landmark) + ", " + std::to_string(gTrain.toNext) + " to go");
         ASSERT_TRUE(save(name));
         const Bytes state = broadcast(gTrain), journal = toldSoFar();
         const std::vector<Bytes> unsaved = playOn(habits);
@@ -157,7 +160,8 @@ TEST_F(ThroughTheGame, ALoadedJourneyPlaysOnDayForDay)
         EXPECT_TRUE(broadcast(gTrain) == state);
         EXPECT_TRUE(broadcast(gState) == state);
         ASSERT_GE(toldSoFar().size(), journal.size());
-        EXPECT_TRUE(std::equal(journal.begin(), journal.end(), gLogBuffer->bytes.begin())) << "the journal goes on where it was";
+        EXPECT_TRUE(std::equal(journal.begin(), journal.end(), gLogBuffer->bytes.begin()))
+            << "the journal goes on where it was";
         ++compared;
         const std::vector<Bytes> loaded = playOn(habits);
         EXPECT_EQ(loaded.size(), unsaved.size());

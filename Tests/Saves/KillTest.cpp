@@ -51,7 +51,8 @@ std::string others(const std::string& folder, std::initializer_list<std::string_
 {
     std::string found;
     for (const auto& entry : std::filesystem::directory_iterator(folder))
-        if (const std::string name = entry.path().filename(); std::find(known.begin(), known.end(), name) == known.end())
+        if (const std::string name = entry.path().filename();
+            std::find(known.begin(), known.end(), name) == known.end())
             found += name + ' ';
     return found;
 }
@@ -173,9 +174,11 @@ TEST(KilledProgram, LeavesAJourneyThatCanBeLoaded)
     std::string again = "wait 1\n";
     for (int i = 0; i < 4000; ++i)
         again += "file Kept\nmenu 1001 2\nwait 0.1\n";
-    const std::string script = "wait 3\nclick 45 285\nwait 1\nkey return\nwait 1\ntype Ann\nclick 443 291\nwait 1\n"
-                               "type 4\nkey tab\nkey tab\nkey tab\nkey tab\nkey tab\nkey tab\ntype 400\nclick 442 273\nwait 1\n"
-                               "click 194 251\nwait 3\n" + again;
+    const std::string script =
+        "wait 3\nclick 45 285\nwait 1\nkey return\nwait 1\ntype Ann\nclick 443 291\nwait 1\n"
+        "type 4\nkey tab\nkey tab\nkey tab\nkey tab\nkey tab\nkey tab\ntype 400\nclick 442 273\nwait 1\n"
+        "click 194 251\nwait 3\n"
+        + again;
     const TemporaryFolder folder;
     const std::string data = folder.path("data"), kept = data + "/Kept", file = folder.write("the.script", script);
     std::mt19937 random(5);

@@ -96,7 +96,8 @@ protected:
         gTrain = train, gState = state, gPrev = shown, gPlaying = 2;
 
         saveAndLoad();
-        ASSERT_EQ(hex(gTrain.bytes()).substr(0, 2 * 714), hex(asLoaded(train).bytes()).substr(0, 2 * 714)) << "head and wagon";
+        ASSERT_EQ(hex(gTrain.bytes()).substr(0, 2 * 714), hex(asLoaded(train).bytes()).substr(0, 2 * 714))
+            << "head and wagon";
         EXPECT_EQ(gState.mode, kModeLive);
         if (asLoaded(train) == train) {
             ++compared;
@@ -113,8 +114,8 @@ protected:
         const Int place = gTrain.landmark;
         const Wagon& wagon = gTrain.wagon[0];
         const bool rolling = gTrain.toNext != 0;
-        std::string name = rolling ? place == kLastLandmark ? "the last road" : "the road"
-            : IsRiver(place)       ? "a river"
+        std::string name = rolling                        ? place == kLastLandmark ? "the last road" : "the road"
+            : IsRiver(place)                              ? "a river"
             : place == kFirstFork || place == kSecondFork ? "a fork"
             : place == kLastLandmark - 1                  ? "the toll"
                                                           : "a place";
@@ -156,8 +157,9 @@ TEST_F(SavedJourney, PlaysOnTheSameFromEveryStageOfTheWay)
             player.period();
         }
     }
-    for (const char* needed : {"the road", "the road, resting", "the road, delayed", "a place", "a river", "a fork", "the toll, after a death",
-             "the last road, after a death", "the road, after a death", "a river, after a death"})
+    for (const char* needed : {"the road", "the road, resting", "the road, delayed", "a place", "a river", "a fork",
+             "the toll, after a death", "the last road, after a death", "the road, after a death",
+             "a river, after a death"})
         EXPECT_GE(stages[needed], 1) << needed;
     EXPECT_GT(compared, 60);
 }

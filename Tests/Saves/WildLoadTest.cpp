@@ -1,5 +1,5 @@
-// Saved games of random bytes and true ones with bits turned, through the whole game: each is loaded, lives thirty days,
-// shows its panels, and is saved again.
+// Saved games of random bytes and true ones with bits turned, through the whole game: each is loaded, lives thirty
+// days, shows its panels, and is saved again.
 
 #include "MacToolbox/Data/Files.h"
 #include "MacToolbox/Managers/Windows.h"
@@ -56,12 +56,40 @@ constexpr int kLoads = 600;
 
 /// Panels that read the state, each with what opens beside it.
 const std::vector<std::vector<const ViewProc*>> kPanels{
-    {&StatusPanel, &LogPanel}, {&PartyPanel}, {&TravelScenePanel}, {&TravelPanel}, {&LandmarkPanel, &LandmarkNamePanel},
-    {&GuidePanel}, {&GuideTopicsPanel}, {&StorePanel}, {&StoreHelpPanel}, {&RationsPanel}, {&PacePanel}, {&RestPanel},
-    {&TradeWantPanel}, {&TradeOfferPanel}, {&TalkPanel}, {&TalkChoicePanel}, {&TalkToPanel}, {&SayPanel}, {&RiverPanel},
-    {&RiverInfoPanel}, {&CrossingPanel, &CrossingTextPanel}, {&CrossWaitPanel}, {&CrossingResultPanel}, {&RoutePanel},
-    {&NoTollPanel}, {&CantContinuePanel}, {&HuntWaitPanel}, {&HuntPanel}, {&HuntResultPanel}, {&RaftIntroPanel}, {&RaftPanel},
-    {&MourningPanel, &MourningTextPanel}, {&ExitPanel}, {&QuitPanel},
+    {&StatusPanel, &LogPanel},
+    {&PartyPanel},
+    {&TravelScenePanel},
+    {&TravelPanel},
+    {&LandmarkPanel, &LandmarkNamePanel},
+    {&GuidePanel},
+    {&GuideTopicsPanel},
+    {&StorePanel},
+    {&StoreHelpPanel},
+    {&RationsPanel},
+    {&PacePanel},
+    {&RestPanel},
+    {&TradeWantPanel},
+    {&TradeOfferPanel},
+    {&TalkPanel},
+    {&TalkChoicePanel},
+    {&TalkToPanel},
+    {&SayPanel},
+    {&RiverPanel},
+    {&RiverInfoPanel},
+    {&CrossingPanel, &CrossingTextPanel},
+    {&CrossWaitPanel},
+    {&CrossingResultPanel},
+    {&RoutePanel},
+    {&NoTollPanel},
+    {&CantContinuePanel},
+    {&HuntWaitPanel},
+    {&HuntPanel},
+    {&HuntResultPanel},
+    {&RaftIntroPanel},
+    {&RaftPanel},
+    {&MourningPanel, &MourningTextPanel},
+    {&ExitPanel},
+    {&QuitPanel},
 };
 /// Those that a journey ends with; their close leads to the title.
 const std::vector<const ViewProc*> kEndPanels{&GameOverPanel, &ArrivalPanel, &ScorePanel, &TrainScorePanel};
@@ -92,7 +120,8 @@ protected:
         return PanelPlayer(*run).waitFor(TitlePanel);
     }
 
-    /// What a round's file holds: noise all through, noise with an empty or a true journal, or some bits of a true one turned.
+    /// What a round's file holds: noise all through, noise with an empty or a true journal, or some bits of a true one
+    /// turned.
     std::string wild(int round)
     {
         std::string bytes = good;
@@ -149,41 +178,50 @@ protected:
         }
         ASSERT_EQ(gPlaying, 2);
         ++loaded;
-        run->call([] {
-            for (int day = 0; day < 30 && gTrain.mode != 0; ++day) {
-                gTrain.mode = (gTrain.mode | kModeMoving) & ~(kModeSuspended | kModeOver);
-                gModelTicks = 254; // the day comes whatever its length
-                ModelVBL();
-                DispatchPackets();
-                SendCommand(static_cast<Int>(random_() % 62), static_cast<Int>(random_() % 256), static_cast<Int>(random_()));
-                DispatchPackets();
-            }
-            gPlaying = 2;
-            gState.mode = gTrain.mode = kModeLive;
-        }, 20);
+        run->call(
+            [] {
+                for (int day = 0; day < 30 && gTrain.mode != 0; ++day) {
+                    gTrain.mode = (gTrain.mode | kModeMoving) & ~(kModeSuspended | kModeOver);
+                    gModelTicks = 254; // the day comes whatever its length
+                    ModelVBL();
+                    DispatchPackets();
+                    SendCommand(static_cast<Int>(random_() % 62), static_cast<Int>(random_() % 256),
+                        static_cast<Int>(random_()));
+                    DispatchPackets();
+                }
+                gPlaying = 2;
+                gState.mode = gTrain.mode = kModeLive;
+            },
+            20);
         if (ended())
             return;
         for (int i = 0; i < 6; ++i) {
             const auto& panels = kPanels[static_cast<std::size_t>(round * 6 + i) % kPanels.size()];
-            run->call([&panels] {
-                for (const ViewProc* const panel : panels)
-                    OpenPanel(*panel);
-            }, 14);
+            run->call(
+                [&panels] {
+                    for (const ViewProc* const panel : panels)
+                        OpenPanel(*panel);
+                },
+                14);
             run->play(i % 2 ? "click 200 150" : "key a");
-            run->call([&panels] {
-                for (const ViewProc* const panel : panels)
-                    ClosePanel(*panel);
-                ShowTravelScreen();
-            }, 6);
+            run->call(
+                [&panels] {
+                    for (const ViewProc* const panel : panels)
+                        ClosePanel(*panel);
+                    ShowTravelScreen();
+                },
+                6);
             if (ended())
                 return;
         }
         std::filesystem::remove(path("again"));
-        run->call([] {
-            gPlaying = 2;
-            HostFiles::queueScriptedFile("again");
-            SaveGame();
-        }, 6);
+        run->call(
+            [] {
+                gPlaying = 2;
+                HostFiles::queueScriptedFile("again");
+                SaveGame();
+            },
+            6);
         if (ended())
             return;
         std::error_code error;
@@ -193,14 +231,16 @@ protected:
         run->call([&end] { OpenPanel(end); }, 14);
         if (ended())
             return;
-        run->call([&end] {
-            ClosePanel(end);
-            ToTitle();
-        }, 6);
+        run->call(
+            [&end] {
+                ClosePanel(end);
+                ToTitle();
+            },
+            6);
     }
 
-    /// True if the journal's end in words, which nothing answers but Return, has come, or the game has ended: a new one is
-    /// started then.
+    /// True if the journal's end in words, which nothing answers but Return, has come, or the game has ended: a new one
+    /// is started then.
     bool ended()
     {
         if (run->running() && FrontWindow() == gWindow)

@@ -29,11 +29,20 @@ const struct {
     Int landmark;
     AnimalOdds odds;
 } kJune[] = {
-    {-1, {15, 25, 40, 40, 0, 0, 0}}, {2, {15, 25, 40, 40, 0, 0, 0}}, {3, {15, 25, 40, 40, 0, 0, 7}},
-    {4, {15, 25, 40, 40, 8, 0, 20}}, {5, {15, 25, 40, 40, 15, 0, 20}}, {6, {15, 25, 40, 40, 15, 5, 20}},
-    {7, {8, 25, 40, 40, 15, 5, 20}}, {9, {8, 25, 40, 40, 15, 5, 20}}, {10, {8, 10, 40, 40, 15, 5, 20}},
-    {11, {8, 10, 40, 40, 8, 5, 20}}, {12, {8, 10, 40, 40, 8, 5, 7}}, {13, {8, 10, 40, 40, 8, 10, 0}},
-    {14, {8, 10, 40, 40, 15, 10, 0}}, {16, {8, 25, 40, 40, 15, 10, 0}},
+    {-1, {15, 25, 40, 40, 0, 0, 0}},
+    {2, {15, 25, 40, 40, 0, 0, 0}},
+    {3, {15, 25, 40, 40, 0, 0, 7}},
+    {4, {15, 25, 40, 40, 8, 0, 20}},
+    {5, {15, 25, 40, 40, 15, 0, 20}},
+    {6, {15, 25, 40, 40, 15, 5, 20}},
+    {7, {8, 25, 40, 40, 15, 5, 20}},
+    {9, {8, 25, 40, 40, 15, 5, 20}},
+    {10, {8, 10, 40, 40, 15, 5, 20}},
+    {11, {8, 10, 40, 40, 8, 5, 20}},
+    {12, {8, 10, 40, 40, 8, 5, 7}},
+    {13, {8, 10, 40, 40, 8, 10, 0}},
+    {14, {8, 10, 40, 40, 15, 10, 0}},
+    {16, {8, 25, 40, 40, 15, 10, 0}},
 };
 
 Int kindsIn(const AnimalOdds& odds)
@@ -66,9 +75,9 @@ TEST(HuntRules, EachPlaceHasItsAnimals)
     qd.randSeed = 11;
     for (const auto& place : kJune)
         expectKinds({place.landmark, 6, true}, place.odds);
-    expectKinds({6, 3, true}, {15, 25, 40, 40, 15, 0, 20});   // before its season
-    expectKinds({14, 11, true}, {8, 10, 40, 40, 15, 0, 0});   // and after it
-    expectKinds({2, 6, false}, {15, 25, 20, 20, 0, 0, 0});    // where something was shot before
+    expectKinds({6, 3, true}, {15, 25, 40, 40, 15, 0, 20}); // before its season
+    expectKinds({14, 11, true}, {8, 10, 40, 40, 15, 0, 0}); // and after it
+    expectKinds({2, 6, false}, {15, 25, 20, 20, 0, 0, 0});  // where something was shot before
 }
 
 TEST(HuntRules, TheGroundFitsThePlaceAndTheMonth)
@@ -77,15 +86,24 @@ TEST(HuntRules, TheGroundFitsThePlaceAndTheMonth)
         Int landmark, month;
         HuntGround ground; // desert, ground, no bushes, mountains, backdrop
     } kGrounds[] = {
-        {-1, 6, {false, true, true, false, 0}}, {1, 3, {true, true, true, false, 0}}, {2, 9, {false, true, false, false, 0}},
-        {4, 6, {false, false, false, false, 0}}, {4, 10, {true, false, false, false, 0}}, {5, 6, {false, true, true, true, 1}},
-        {6, 12, {false, true, false, true, 1}}, {7, 6, {false, true, true, true, 1}}, {10, 6, {false, true, true, true, 1}},
-        {11, 6, {false, true, false, true, 1}}, {13, 6, {false, true, false, true, 1}}, {14, 6, {false, true, true, true, 1}},
+        {-1, 6, {false, true, true, false, 0}},
+        {1, 3, {true, true, true, false, 0}},
+        {2, 9, {false, true, false, false, 0}},
+        {4, 6, {false, false, false, false, 0}},
+        {4, 10, {true, false, false, false, 0}},
+        {5, 6, {false, true, true, true, 1}},
+        {6, 12, {false, true, false, true, 1}},
+        {7, 6, {false, true, true, true, 1}},
+        {10, 6, {false, true, true, true, 1}},
+        {11, 6, {false, true, false, true, 1}},
+        {13, 6, {false, true, false, true, 1}},
+        {14, 6, {false, true, true, true, 1}},
     };
     for (const auto& one : kGrounds) {
         const HuntGround ground = GroundOf({one.landmark, one.month, true});
         EXPECT_EQ(std::tie(ground.desert, ground.hasGround, ground.noBushes, ground.mountains, ground.backdrop),
-            std::tie(one.ground.desert, one.ground.hasGround, one.ground.noBushes, one.ground.mountains, one.ground.backdrop))
+            std::tie(one.ground.desert, one.ground.hasGround, one.ground.noBushes, one.ground.mountains,
+                one.ground.backdrop))
             << "place " << one.landmark << ", month " << one.month;
     }
 }
@@ -102,8 +120,7 @@ protected:
         ASSERT_TRUE(run.runUntil([] { return gState.miles > 0; }, 1200));
     }
     /// Changes the journey as if it had come so, and lets the view see it.
-    template <typename Change>
-    void change(Change&& how)
+    template <typename Change> void change(Change&& how)
     {
         how(gTrain);
         run.advance(120);
@@ -226,7 +243,8 @@ TEST_F(OnTheHunt, AnimalsComeTwoAtATimeAndShotOnesFeedTheParty)
     run.advance(120);
     EXPECT_LE(gHuntResult, 200);
     EXPECT_GT(gHuntResult, 0);
-    EXPECT_NEAR(static_cast<double>(gState.wagon[0].supply[kFood]), static_cast<double>(before + gHuntResult), 15); // a day passes
+    EXPECT_NEAR(static_cast<double>(gState.wagon[0].supply[kFood]), static_cast<double>(before + gHuntResult),
+        15); // a day passes
 }
 
 TEST_F(OnTheHunt, ShowsTwentyFramesASecondAtMost)

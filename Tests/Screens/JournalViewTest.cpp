@@ -185,7 +185,8 @@ TEST_F(JournalView, ItsScrollBarMovesALineAPageAndByItsThumb)
     EXPECT_EQ(gLogTop, end);
     click(bar->r.top + 20);
     EXPECT_EQ(gLogTop, end - 7);
-    run.play("down " + h + " " + std::to_string(bar->r.top + 20) + "\nwait 3\nup " + h + " " + std::to_string(bar->r.top + 20));
+    run.play("down " + h + " " + std::to_string(bar->r.top + 20) + "\nwait 3\nup " + h + " "
+        + std::to_string(bar->r.top + 20));
     EXPECT_LT(gLogTop, 8); // until the thumb is under the mouse
     expectCacheIsRight();
     expectPictureIsRight();

@@ -1,5 +1,6 @@
 // The management lock and what it guards, played by keys and clicks on the real dialogs.
 
+#include "Wainroad/Screens/Management.h"
 #include "MacToolbox/Base/Strings.h"
 #include "MacToolbox/Data/Resources.h"
 #include "MacToolbox/Managers/Menus.h"
@@ -7,7 +8,6 @@
 #include "Wainroad/Frame/Utils.h"
 #include "Wainroad/Persistence/Config.h"
 #include "Wainroad/Persistence/Legends.h"
-#include "Wainroad/Screens/Management.h"
 
 #include <gtest/gtest.h>
 
@@ -150,8 +150,9 @@ TEST_F(Management, ANewPasswordIsAskedForTwiceAndKept)
     EXPECT_EQ(string(text(kOld)), "Lantern");
     EXPECT_EQ(string(text(kNew)), "abcdef~ghi") << "ten characters, no blanks";
     EXPECT_EQ(string(text(kHint)), "one two") << "blanks stand in a hint";
-    game->run.play("type a hint that runs on and on, over one line and the next and a third, and would need a fourth one "
-                   "if there were room for it");
+    game->run.play(
+        "type a hint that runs on and on, over one line and the next and a third, and would need a fourth one "
+        "if there were room for it");
     EXPECT_LE(Visit::dialog()->textH->nLines(), 3);
     const Str255 hint = text(kHint);
     game->clickDialog(kOK);
@@ -199,8 +200,8 @@ TEST_F(Management, TimesReachTheNextJourney)
     const Rect place = Visit::dialog()->contentRect;
     const std::string h = std::to_string(place.left + kPopUp.h);
     const Int v = place.top - 20 + kPopUp.v;
-    game->run.play("down " + h + " " + std::to_string(v) + "\nwait 0.3\nmove " + h + " " + std::to_string(v - 20) + "\nwait 0.3\nup " + h
-        + " " + std::to_string(v - 20) + "\nwait 0.3");
+    game->run.play("down " + h + " " + std::to_string(v) + "\nwait 0.3\nmove " + h + " " + std::to_string(v - 20)
+        + "\nwait 0.3\nup " + h + " " + std::to_string(v - 20) + "\nwait 0.3");
     game->player.key("return");
     ASSERT_FALSE(isOpen());
     EXPECT_EQ(gOptions.speed, 8);

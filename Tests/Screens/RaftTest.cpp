@@ -44,7 +44,8 @@ protected:
     bool runAground()
     {
         const Wagon before = gRaftWagon;
-        return run.runUntil([&] { return gRaftWagon.supply != before.supply || gRaftWagon.people != before.people; }, 60 * 70);
+        return run.runUntil(
+            [&] { return gRaftWagon.supply != before.supply || gRaftWagon.people != before.people; }, 60 * 70);
     }
     /// The picture changes within some ticks.
     bool moves(Int ticks = 12)

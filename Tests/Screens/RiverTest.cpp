@@ -1,5 +1,6 @@
 // The rivers: how a crossing ends, what it costs, and the panels from the choice to the report.
 
+#include "Wainroad/Screens/River.h"
 #include "MacToolbox/Managers/Menus.h"
 #include "MacToolbox/QuickDraw/QuickDraw.h"
 #include "Tests/Player/PanelPlayer.h"
@@ -9,7 +10,6 @@
 #include "Wainroad/Screens/Crossing.h"
 #include "Wainroad/Screens/Losses.h"
 #include "Wainroad/Screens/Mourning.h"
-#include "Wainroad/Screens/River.h"
 #include "Wainroad/Screens/Travel.h"
 #include "Wainroad/Simulation/Model.h"
 
@@ -112,7 +112,10 @@ TEST(RiverRules, AccidentsComeAsOftenAsTheRiverAndTheWayHaveIt)
     };
     for (const auto& one : kCases) {
         standAt(one.landmark, one.depth, one.rain);
-        expectShare(std::string(one.name) + ", mud", one.mud, [&] { cross(one.method); return gCrossResult == kCrossMud; });
+        expectShare(std::string(one.name) + ", mud", one.mud, [&] {
+            cross(one.method);
+            return gCrossResult == kCrossMud;
+        });
         expectShare(std::string(one.name) + ", accidents", one.accidents, [&] {
             cross(one.method);
             EXPECT_EQ(gCrossOutcome != 0, gCrossResult == kCrossLosses1 || gCrossResult == kCrossLosses2);
@@ -141,7 +144,8 @@ TEST(RiverRules, LossesFitTheWayAndWhatTheWagonHas)
     expectShare("deep ford: food", food(30), [&] { return lose(kFord).supplies[kFood] > 0; });
     expectShare("deep ford: no pair of five", 100 * std::pow(0.8, 5), [&] { return lose(kFord).supplies[kOxen] == 0; });
     expectShare("deep ford: a member", 5, [&] { return lose(kFord).drowned[3] != 0; });
-    expectShare("deep ford: every pair of five, and no ox that is not there", 100 * std::pow(0.2, 5), [&] { return lose(kFord).supplies[kOxen] == 9; });
+    expectShare("deep ford: every pair of five, and no ox that is not there", 100 * std::pow(0.2, 5),
+        [&] { return lose(kFord).supplies[kOxen] == 9; });
     standAt(8, 4, 0);
     expectShare("accident at a low ford: no ox", 0, [&] { return lose(kFord).supplies[kOxen] > 0; });
     expectShare("accident at a low ford: food", food(24.5), [&] { return lose(kFord).supplies[kFood] > 0; });
@@ -172,7 +176,11 @@ TEST(RiverRules, TheLeaderDrownsOnlyAsTheLast)
     }
     EXPECT_GT(leader, 0);
     gState.wagon[0].startPeople = gState.wagon[0].people = 1;
-    expectShare("alone", 60, [] { gCrossLoss = {}; Drown(60); return gCrossLoss.drowned[0] != 0; });
+    expectShare("alone", 60, [] {
+        gCrossLoss = {};
+        Drown(60);
+        return gCrossLoss.drowned[0] != 0;
+    });
 }
 
 namespace {

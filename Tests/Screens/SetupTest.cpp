@@ -1,9 +1,9 @@
 // From the title to the first day, on the real resource files.
 
+#include "Wainroad/Screens/Setup.h"
 #include "Tests/Player/PanelPlayer.h"
 #include "Wainroad/Frame/Items.h"
 #include "Wainroad/Game/Wainroad.h"
-#include "Wainroad/Screens/Setup.h"
 #include "Wainroad/Screens/Status.h"
 #include "Wainroad/Screens/Store.h"
 #include "Wainroad/Screens/Title.h"
@@ -158,7 +158,8 @@ TEST(Store, OnTheRoadSendsOnlyWhatChanged)
 
     player.click(LeftButtonsPanel, 6);
     ASSERT_TRUE(player.waitFor(StorePanel));
-    EXPECT_TRUE(run.runUntil([] { return (gTrain.wagon[0].flags & kFlagInStore) != 0; }, 120)) << "the store holds the train";
+    EXPECT_TRUE(run.runUntil([] { return (gTrain.wagon[0].flags & kFlagInStore) != 0; }, 120))
+        << "the store holds the train";
     player.click(StorePanel, kBuy);
     ASSERT_TRUE(player.waitFor(StatusPanel));
     run.advance(120);

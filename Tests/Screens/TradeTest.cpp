@@ -1,5 +1,6 @@
 // Trading: the price by lot, the refusals, and the exchange. Talking: three talks that take turns.
 
+#include "Wainroad/Screens/Trade.h"
 #include "MacToolbox/Base/Strings.h"
 #include "MacToolbox/Data/Resources.h"
 #include "MacToolbox/QuickDraw/QuickDraw.h"
@@ -9,7 +10,6 @@
 #include "Wainroad/Journal/Log.h"
 #include "Wainroad/Journal/Wording.h"
 #include "Wainroad/Screens/Talk.h"
-#include "Wainroad/Screens/Trade.h"
 #include "Wainroad/Screens/Travel.h"
 #include "Wainroad/Simulation/Goods.h"
 #include "Wainroad/Simulation/Model.h"
@@ -101,10 +101,7 @@ namespace {
 
 class OnTheMarket : public testing::Test {
 protected:
-    void SetUp() override
-    {
-        ASSERT_TRUE(player.setOut("Ann", 0, 4, {8, 12, 15, 1, 1, 1, 1200}));
-    }
+    void SetUp() override { ASSERT_TRUE(player.setOut("Ann", 0, 4, {8, 12, 15, 1, 1, 1, 1200})); }
     const Wagon& wagon() const { return gState.wagon[0]; }
     /// Asks for an amount; what came of it is on the screen.
     void ask(Int good, const std::string& amount)

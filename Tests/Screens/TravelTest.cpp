@@ -1,7 +1,8 @@
 // The travel screen and what hangs on its keys, on the real resource files.
 
-#include "MacToolbox/Managers/Menus.h"
+#include "Wainroad/Screens/Travel.h"
 #include "MacToolbox/Base/Strings.h"
+#include "MacToolbox/Managers/Menus.h"
 #include "Tests/Player/PanelPlayer.h"
 #include "Wainroad/Frame/Items.h"
 #include "Wainroad/Frame/Utils.h"
@@ -20,7 +21,6 @@
 #include "Wainroad/Screens/Talk.h"
 #include "Wainroad/Screens/Title.h"
 #include "Wainroad/Screens/Trade.h"
-#include "Wainroad/Screens/Travel.h"
 #include "Wainroad/Simulation/Model.h"
 
 #include <gtest/gtest.h>
@@ -35,8 +35,8 @@ using namespace Wainroad;
 
 namespace {
 
-constexpr Int kViewKey = 2, kGuideKey = 3, kPartyKey = 4, kRationsKey = 5;                 // at the left
-constexpr Int kTradeKey = 2, kTalkKey = 3, kRestKey = 4, kPaceKey = 5, kHuntKey = 6;       // at the right
+constexpr Int kViewKey = 2, kGuideKey = 3, kPartyKey = 4, kRationsKey = 5;           // at the left
+constexpr Int kTradeKey = 2, kTalkKey = 3, kRestKey = 4, kPaceKey = 5, kHuntKey = 6; // at the right
 
 /// A journey that stands at its start.
 class OnTheRoad : public testing::Test {
@@ -50,8 +50,7 @@ protected:
         ASSERT_TRUE(player.waitFor(TimeOutPanel, 400));
     }
     /// Changes the state of the journey as if it had come so, and lets the view see it.
-    template <typename Change>
-    void change(Change&& how)
+    template <typename Change> void change(Change&& how)
     {
         how(gTrain);
         run.advance(100);
@@ -309,10 +308,14 @@ TEST_F(OnTheRoad, TheGuideOpensAtThePlaceAndOnTheWayAtTheLastOne)
             const bool firstSkips = (route & 1) != 0, secondSkips = (route & 2) != 0; // the way that leaves a place out
             if ((place == 7 && firstSkips) || (place == 14 && secondSkips))
                 continue;
-            const Int last = place == 8 && firstSkips ? 6 : place == 15 && secondSkips ? 13 : std::max<Int>(place - 1, -1);
+            const Int last = place == 8 && firstSkips ? 6
+                : place == 15 && secondSkips          ? 13
+                                                      : std::max<Int>(place - 1, -1);
             const std::string there = pageAt(place, 0, route), onTheWay = pageAt(place, 9, route);
-            EXPECT_NE(nameOf(place).find(there), std::string::npos) << there << " at " << nameOf(place) << ", route " << route;
-            EXPECT_NE(nameOf(last).find(onTheWay), std::string::npos) << onTheWay << " after " << nameOf(last) << ", route " << route;
+            EXPECT_NE(nameOf(place).find(there), std::string::npos)
+                << there << " at " << nameOf(place) << ", route " << route;
+            EXPECT_NE(nameOf(last).find(onTheWay), std::string::npos)
+                << onTheWay << " after " << nameOf(last) << ", route " << route;
         }
     EXPECT_EQ(GuidePageFor(18, false, 0), 1);
     EXPECT_EQ(GuidePageFor(-1, true, 0), 1);

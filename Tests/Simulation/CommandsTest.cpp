@@ -62,8 +62,9 @@ TEST_F(Commands, ContinueTakesTheLegsAndTheBranches)
 {
     const struct {
         Int landmark, toNext, route, landmarkAfter, toNextAfter;
-    } kCases[] = {{-1, 0, 0, 0, 102}, {0, 0, 0, 1, 83}, {3, 40, 0, 3, 40}, {6, 0, 0, 7, 57}, {6, 0, 1, 8, 125}, {6, 0, 2, 7, 57},
-        {7, 0, 1, 8, 162}, {13, 0, 1, 14, 55}, {13, 0, 3, 15, 125}, {15, 0, 0, 16, 100}, {16, 12, 0, 16, 12}};
+    } kCases[] = {{-1, 0, 0, 0, 102}, {0, 0, 0, 1, 83}, {3, 40, 0, 3, 40}, {6, 0, 0, 7, 57}, {6, 0, 1, 8, 125},
+        {6, 0, 2, 7, 57}, {7, 0, 1, 8, 162}, {13, 0, 1, 14, 55}, {13, 0, 3, 15, 125}, {15, 0, 0, 16, 100},
+        {16, 12, 0, 16, 12}};
     for (const auto& c : kCases) {
         form(0);
         gTrain.landmark = c.landmark, gTrain.toNext = c.toNext;
@@ -116,7 +117,11 @@ TEST_F(Commands, AWagonThatCannotGoHoldsTheTrain)
         EXPECT_EQ(wagon().supply[kFirstPart], c.sparesAfter == 0 && (c.flags & 2) ? 0 : c.spares);
         ASSERT_EQ(news.size(), c.reason ? 1u : 0u);
         if (c.reason) {
-            EXPECT_EQ(hex(news[0]), "07380301" "6e00" "0" + std::to_string(c.reason) + "00");
+            EXPECT_EQ(hex(news[0]),
+                "07380301"
+                "6e00"
+                "0" + std::to_string(c.reason)
+                    + "00");
         }
     }
 }
@@ -196,7 +201,8 @@ TEST_F(Commands, ATradeNeedsBothHalves)
         offered.x5E = kClothes;
         const Wagon offeredBefore = offered, answersBefore = answers;
         ByteWriter out;
-        out.u8(40), out.u8(1), out.u8(0), out.u8(c.itemA), out.u32(c.amountA), out.u8(c.itemB), out.u8(0), out.u32(c.amountB);
+        out.u8(40), out.u8(1), out.u8(0), out.u8(c.itemA), out.u32(c.amountA), out.u8(c.itemB), out.u8(0),
+            out.u32(c.amountB);
         QueuePackets(kPacketCommand, 42, out.bytes, 20, 0);
         DispatchPackets();
         if (!c.done) {
@@ -234,7 +240,14 @@ TEST_F(Commands, ACrossingTakesGoodsAndPeople)
     DispatchPackets();
     EXPECT_EQ(gMessages[0].kind, kMessageDeath);
     ASSERT_EQ(codes(), std::vector<Int>{66});
-    EXPECT_EQ(hex(news[0]), "07380301" "4200" "0200" "01f4" "00000000" "000a" "00000000");
+    EXPECT_EQ(hex(news[0]),
+        "07380301"
+        "4200"
+        "0200"
+        "01f4"
+        "00000000"
+        "000a"
+        "00000000");
 
     SendLossPacket(kCommandCrossed, {}, {});
     DispatchPackets();
@@ -309,7 +322,9 @@ TEST_F(Commands, ActionsAreDatedByTheView)
     SendRest(3);
     DispatchPackets();
     ASSERT_EQ(news.size(), 1u);
-    EXPECT_EQ(hex(news[0]), "07380405" "6d421100");
+    EXPECT_EQ(hex(news[0]),
+        "07380405"
+        "6d421100");
     EXPECT_EQ(gTrain.restDays, 3);
 }
 

@@ -15,8 +15,7 @@ protected:
         gMessageCount = 0;
     }
     /// Runs `work` from a fresh party over many seeds, and calls `check` with the draws made and the codes told.
-    template <typename Work, typename Check>
-    void overSeeds(Int occupation, Work work, Check check)
+    template <typename Work, typename Check> void overSeeds(Int occupation, Work work, Check check)
     {
         for (Int seed = 1; seed <= 400; ++seed) {
             fresh(occupation);
@@ -29,7 +28,8 @@ protected:
 
 TEST_F(Hazards, AQuietDayDrawsItsOdds)
 {
-    // Mild, fair, before the high country, not in the months of berries: health, storm, mishap, lost trail, delay, thief.
+    // Mild, fair, before the high country, not in the months of berries: health, storm, mishap, lost trail, delay,
+    // thief.
     int quiet = 0;
     overSeeds(0, RandomEvents, [&](Int drawn, const std::vector<Int>& told) {
         EXPECT_GE(drawn, 6);
@@ -61,7 +61,8 @@ TEST_F(Hazards, AQuietDayDrawsItsOdds)
 
 TEST_F(Hazards, ADelayNeverShortensALongerOne)
 {
-    overSeeds(0, [] { gTrain.delayDays = 5, LostTrail(); },
+    overSeeds(
+        0, [] { gTrain.delayDays = 5, LostTrail(); },
         [](Int drawn, const std::vector<Int>& told) {
             EXPECT_EQ(drawn, 2);
             EXPECT_EQ(gTrain.delayDays, 5);
@@ -115,7 +116,8 @@ TEST_F(Hazards, BonesAndBites)
         EXPECT_GE(wagon().illDays[member], 9);
         EXPECT_LE(wagon().illDays[member], 11);
     });
-    overSeeds(0, [this] { wagon().illDays.fill(40), BrokenBone(); },
+    overSeeds(
+        0, [this] { wagon().illDays.fill(40), BrokenBone(); },
         [this](Int drawn, const std::vector<Int>& told) {
             EXPECT_EQ(drawn, 4);
             const auto member = static_cast<std::size_t>(news[0][5] >> 5);
@@ -128,13 +130,16 @@ TEST_F(Hazards, APartBreaks)
 {
     // Without a smith or a wainwright three coins fall all the same; with one, heads on their own coin mends.
     for (const Int occupation : {0, 1, 2}) {
-        overSeeds(occupation, [this] { wagon().supply[kSecondPart] = 0, BrokenPart(); },
+        overSeeds(
+            occupation, [this] { wagon().supply[kSecondPart] = 0, BrokenPart(); },
             [&](Int drawn, const std::vector<Int>& told) {
                 ASSERT_EQ(told.size(), 1u);
                 const Int part = news[0][5] >> 5;
                 EXPECT_TRUE(part >= 3 && part <= 5);
                 switch (told[0]) {
-                case 30: EXPECT_TRUE(drawn == 5 || (occupation == 1 && drawn == 3) || (occupation == 2 && drawn == 4)); break;
+                case 30:
+                    EXPECT_TRUE(drawn == 5 || (occupation == 1 && drawn == 3) || (occupation == 2 && drawn == 4));
+                    break;
                 case 33:
                     EXPECT_EQ(drawn, 5);
                     EXPECT_EQ(wagon().supply[static_cast<std::size_t>(part)], 0);
@@ -151,7 +156,8 @@ TEST_F(Hazards, APartBreaks)
     }
     const auto told = [this](Int occupation, Int wagons, Int code) {
         int count = 0;
-        overSeeds(occupation, [&] { gTrain.wagons = wagons, BrokenPart(); },
+        overSeeds(
+            occupation, [&] { gTrain.wagons = wagons, BrokenPart(); },
             [&](Int, const std::vector<Int>& all) { count += all[0] == code; });
         return count;
     };
@@ -168,19 +174,26 @@ TEST_F(Hazards, OxenFallIll)
         EXPECT_EQ(told, std::vector<Int>{23});
         EXPECT_EQ(wagon().supply[kOxen], 11);
     });
-    overSeeds(4, [this] { wagon().supply[kOxen] = 5, OxProblem(); },
+    overSeeds(
+        4, [this] { wagon().supply[kOxen] = 5, OxProblem(); },
         [this](Int drawn, const std::vector<Int>& told) {
             EXPECT_EQ(drawn, 2);
             EXPECT_EQ(told[0], wagon().supply[kOxen] == 5 ? 22 : 24);
         });
-    overSeeds(4, [this] { wagon().supply[kOxen] = 0, OxProblem(); },
+    overSeeds(
+        4, [this] { wagon().supply[kOxen] = 0, OxProblem(); },
         [](Int drawn, const std::vector<Int>& told) { EXPECT_TRUE(drawn == 1 && told.empty()); });
 }
 
 TEST_F(Hazards, AThiefTakesWhatThereIs)
 {
     std::array<int, 4> kinds{};
-    overSeeds(0, [this] { wagon().supply = {7, 50, 0, 0, 0, 0, 2000}, wagon().money = 150; Thief(); },
+    overSeeds(
+        0,
+        [this] {
+            wagon().supply = {7, 50, 0, 0, 0, 0, 2000}, wagon().money = 150;
+            Thief();
+        },
         [&](Int drawn, const std::vector<Int>& told) {
             const Wagon& w = wagon();
             if (w.money != 150) { // no bullets: the cash
@@ -201,7 +214,12 @@ TEST_F(Hazards, AThiefTakesWhatThereIs)
     for (const int count : kinds)
         EXPECT_GT(count, 40);
     // One ox, or a poor wagon: empty-handed, and nothing is told.
-    overSeeds(0, [this] { wagon().supply = {1, 0, 0, 0, 0, 0, 0}, wagon().money = 100; Thief(); },
+    overSeeds(
+        0,
+        [this] {
+            wagon().supply = {1, 0, 0, 0, 0, 0, 0}, wagon().money = 100;
+            Thief();
+        },
         [this](Int, const std::vector<Int>& told) {
             EXPECT_EQ(wagon().supply[kOxen], 1);
             EXPECT_EQ(wagon().money, 100);
@@ -211,7 +229,8 @@ TEST_F(Hazards, AThiefTakesWhatThereIs)
 
 TEST_F(Hazards, AccidentsAndFinds)
 {
-    overSeeds(0, [this] { wagon().supply = {}, Accident(); },
+    overSeeds(
+        0, [this] { wagon().supply = {}, Accident(); },
         [](Int drawn, const std::vector<Int>& told) {
             EXPECT_GE(drawn, 7);
             EXPECT_LE(drawn, 13);
@@ -223,7 +242,8 @@ TEST_F(Hazards, AccidentsAndFinds)
         EXPECT_EQ(told, lost ? std::vector<Int>{65} : std::vector<Int>{});
     });
     bool full = false;
-    overSeeds(0, [this] { wagon().supply[kBullets] = 1970, FindAbandonedWagon(); },
+    overSeeds(
+        0, [this] { wagon().supply[kBullets] = 1970, FindAbandonedWagon(); },
         [&](Int drawn, const std::vector<Int>& told) {
             EXPECT_EQ(told, std::vector<Int>{63}) << "told also when nothing was found";
             EXPECT_GE(drawn, 6);
@@ -244,9 +264,9 @@ TEST_F(Hazards, WeatherStrikesByTemperature)
         Int temperature, landmark, weather;
         std::vector<Int> told;
         void (*hazard)();
-    } kCases[] = {{0, 3, 136, {7}, Blizzard}, {1, 3, 136, {7}, Blizzard}, {2, 3, 0, {}, Blizzard}, {3, 3, 0, {}, Blizzard},
-        {4, 3, 135, {8}, Blizzard}, {5, 3, 135, {8}, Blizzard}, {5, 11, 137, {1}, Storm}, {4, 11, 0, {}, Storm},
-        {5, 12, 0, {}, Storm}};
+    } kCases[] = {{0, 3, 136, {7}, Blizzard}, {1, 3, 136, {7}, Blizzard}, {2, 3, 0, {}, Blizzard},
+        {3, 3, 0, {}, Blizzard}, {4, 3, 135, {8}, Blizzard}, {5, 3, 135, {8}, Blizzard}, {5, 11, 137, {1}, Storm},
+        {4, 11, 0, {}, Storm}, {5, 12, 0, {}, Storm}};
     for (const auto& c : kCases) {
         fresh(0);
         gTrain.temperature = c.temperature, gTrain.landmark = c.landmark;
@@ -254,7 +274,8 @@ TEST_F(Hazards, WeatherStrikesByTemperature)
         EXPECT_EQ(gTrain.weather, c.weather) << c.temperature;
         EXPECT_EQ(codes(), c.told) << c.temperature;
     }
-    overSeeds(0, [] { gTrain.landmark = 12, Storm(); },
+    overSeeds(
+        0, [] { gTrain.landmark = 12, Storm(); },
         [](Int drawn, const std::vector<Int>& told) {
             EXPECT_EQ(drawn, 1);
             EXPECT_EQ(told.empty(), gTrain.delayDays == 0);
@@ -271,7 +292,8 @@ TEST_F(Hazards, WeatherStrikesByTemperature)
 
 TEST_F(Hazards, BerriesFillUpToTheLimit)
 {
-    for (const auto& [before, after, told] : {std::tuple<Int, Int, bool>{0, 20, true}, {1990, 2000, true}, {2000, 2000, false}, {2500, 2500, false}}) {
+    for (const auto& [before, after, told] :
+        {std::tuple<Int, Int, bool>{0, 20, true}, {1990, 2000, true}, {2000, 2000, false}, {2500, 2500, false}}) {
         fresh(0);
         wagon().supply[kFood] = before;
         Berries(wagon(), 0);
@@ -286,7 +308,12 @@ TEST_F(Hazards, IllnessThenDeathUnlessSaved)
         Int illness, code;
     } kDeaths[] = {{0, 54}, {1, 54}, {2, 55}, {3, 54}, {4, 56}, {5, 57}, {6, 58}, {7, 59}, {8, 54}};
     for (const auto& c : kDeaths) {
-        overSeeds(0, [&] { wagon().illness.fill(c.illness), wagon().health = 120; SomeoneSuffers(wagon(), 0); },
+        overSeeds(
+            0,
+            [&] {
+                wagon().illness.fill(c.illness), wagon().health = 120;
+                SomeoneSuffers(wagon(), 0);
+            },
             [&](Int drawn, const std::vector<Int>& told) {
                 EXPECT_EQ(drawn, 1) << "no doctor, no draw";
                 EXPECT_EQ(told, std::vector<Int>{c.code});
@@ -296,7 +323,12 @@ TEST_F(Hazards, IllnessThenDeathUnlessSaved)
                 EXPECT_EQ(gMessages[0].kind, kMessageDeath);
             });
         int saved = 0;
-        overSeeds(3, [&] { wagon().illness.fill(c.illness); SomeoneSuffers(wagon(), 0); },
+        overSeeds(
+            3,
+            [&] {
+                wagon().illness.fill(c.illness);
+                SomeoneSuffers(wagon(), 0);
+            },
             [&](Int drawn, const std::vector<Int>& told) {
                 EXPECT_EQ(drawn, 2);
                 saved += told[0] == 52;
@@ -305,7 +337,8 @@ TEST_F(Hazards, IllnessThenDeathUnlessSaved)
         EXPECT_GT(saved, bone ? 150 : 90) << c.illness; // of 400: a half or a third
         EXPECT_LT(saved, bone ? 250 : 180) << c.illness;
     }
-    overSeeds(0, [this] { SomeoneSuffers(wagon(), 0); },
+    overSeeds(
+        0, [this] { SomeoneSuffers(wagon(), 0); },
         [this](Int drawn, const std::vector<Int>& told) {
             EXPECT_EQ(drawn, 3) << "person, illness, days";
             EXPECT_GE(told[0], 37);

@@ -34,7 +34,8 @@ public:
             return "temperature";
         if (!livingAgree(w))
             return "living";
-        if (std::any_of(gTrain.wagon.begin() + 1, gTrain.wagon.end(), [](const Wagon& other) { return other.supply[kFood] != 0; }))
+        if (std::any_of(gTrain.wagon.begin() + 1, gTrain.wagon.end(),
+                [](const Wagon& other) { return other.supply[kFood] != 0; }))
             return "other wagons";
         const Int date = gTrain.year << 16 | gTrain.month << 8 | gTrain.day;
         const std::string back = date < date_ ? "date back"
@@ -50,7 +51,8 @@ private:
     /// can still be bitten in the place of the last survivor.
     static bool livingAgree(const Wagon& w)
     {
-        const Int living = std::count_if(w.illness.begin(), w.illness.begin() + w.startPeople, [](Int ill) { return ill != kDead; });
+        const Int living =
+            std::count_if(w.illness.begin(), w.illness.begin() + w.startPeople, [](Int ill) { return ill != kDead; });
         return w.people >= 2 ? living == w.people : w.people == 0 || living >= 1;
     }
     /// The view holds what a trip through the bytes holds, and what the model last said.
@@ -64,8 +66,9 @@ private:
             return true;
         const GameState& a = gTrain;
         const GameState& b = gState;
-        return a.wagon[0] == b.wagon[0] && a.day == b.day && a.month == b.month && a.landmark == b.landmark && a.toNext == b.toNext
-            && a.miles == b.miles && a.rain == b.rain && a.snow == b.snow && a.weather == b.weather && a.order == b.order;
+        return a.wagon[0] == b.wagon[0] && a.day == b.day && a.month == b.month && a.landmark == b.landmark
+            && a.toNext == b.toNext && a.miles == b.miles && a.rain == b.rain && a.snow == b.snow
+            && a.weather == b.weather && a.order == b.order;
     }
 
     Int date_ = 0, landmark_ = -1, miles_ = 0;

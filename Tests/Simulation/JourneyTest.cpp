@@ -21,8 +21,8 @@ TEST_F(Journey, TheCalendarTurns)
 {
     const struct {
         Int year, month, day, yearAfter, monthAfter, dayAfter;
-    } kCases[] = {{1848, 2, 28, 1848, 2, 29}, {1848, 2, 29, 1848, 3, 1}, {1849, 2, 28, 1849, 3, 1}, {1848, 4, 30, 1848, 5, 1},
-        {1848, 12, 31, 1849, 1, 1}, {1848, 7, 31, 1848, 8, 1}, {1848, 7, 30, 1848, 7, 31}};
+    } kCases[] = {{1848, 2, 28, 1848, 2, 29}, {1848, 2, 29, 1848, 3, 1}, {1849, 2, 28, 1849, 3, 1},
+        {1848, 4, 30, 1848, 5, 1}, {1848, 12, 31, 1849, 1, 1}, {1848, 7, 31, 1848, 8, 1}, {1848, 7, 30, 1848, 7, 31}};
     for (const auto& c : kCases) {
         gTrain.year = c.year, gTrain.month = c.month, gTrain.day = c.day;
         AdvanceDate();
@@ -166,8 +166,8 @@ TEST_F(Journey, ClothesAndHeatKeepTheCold)
 {
     const struct {
         Int temperature, clothes, people, sickness, health;
-    } kCases[] = {{0, 20, 4, 0, 4}, {0, 15, 4, 1, 4 + 1 + 2}, {1, 0, 5, 1, 3 + 1 + 3}, {2, 50, 5, 0, 2}, {4, 0, 5, 0, 3},
-        {5, 0, 5, 0, 4}};
+    } kCases[] = {{0, 20, 4, 0, 4}, {0, 15, 4, 1, 4 + 1 + 2}, {1, 0, 5, 1, 3 + 1 + 3}, {2, 50, 5, 0, 2},
+        {4, 0, 5, 0, 3}, {5, 0, 5, 0, 4}};
     for (const auto& c : kCases) {
         form(0);
         onTrail(3, 200);
@@ -260,7 +260,8 @@ TEST_F(Journey, ArrivalIsToldUnlessTheDayBeganAtRest)
         Int landmark;
         bool river, told;
         Int startMode;
-    } kCases[] = {{0, true, true, 3}, {2, false, true, 3}, {8, true, true, 3}, {16, false, false, 3}, {2, false, false, 7}};
+    } kCases[] = {
+        {0, true, true, 3}, {2, false, true, 3}, {8, true, true, 3}, {16, false, false, 3}, {2, false, false, 7}};
     for (const auto& c : kCases) {
         form(0);
         onTrail(c.landmark, 1);
@@ -284,8 +285,8 @@ TEST_F(Journey, RiversRiseWithTheRain)
 {
     const struct {
         Int landmark, rain, depth, width;
-    } kCases[] = {{0, 0, 2, 60}, {0, 500, 22, 67}, {1, 100, 6, 23}, {8, 1000, 80, 55}, {11, 300, 24, 104}, {2, 500, 0, 0},
-        {8, 65535, (40 + 2621) & 255, ((400 + 9830) / 10) & 255}};
+    } kCases[] = {{0, 0, 2, 60}, {0, 500, 22, 67}, {1, 100, 6, 23}, {8, 1000, 80, 55}, {11, 300, 24, 104},
+        {2, 500, 0, 0}, {8, 65535, (40 + 2621) & 255, ((400 + 9830) / 10) & 255}};
     for (const auto& c : kCases) {
         gTrain.landmark = c.landmark, gTrain.rain = c.rain;
         RiverDepth();
@@ -314,7 +315,11 @@ TEST_F(Journey, AnOpenRequestRunsOut)
     EXPECT_EQ(wagon().x5E, kNobody);
     DispatchPackets();
     ASSERT_EQ(news.size(), 1u);
-    EXPECT_EQ(hex(news[0]), "07380301" "46ff0006" "00000032" "00000000");
+    EXPECT_EQ(hex(news[0]),
+        "07380301"
+        "46ff0006"
+        "00000032"
+        "00000000");
 }
 
 TEST_F(Journey, OnlyTheOneWagonOfASoloJourneyLives)

@@ -14,8 +14,13 @@ TEST_F(Lobby, ThePacketHasItsExactBytes)
     gTrainName = pstr("Line");
     gPartyNames = {pstr("Ann"), pstr("Ben"), pstr("Sixteen letters!"), pstr(""), pstr("Eve")};
     EXPECT_EQ(hex(lobbyPacket()),
-        "0303" "01020304" "0002000007080000000000000009" "05" "044c696e65" + zeros(12) + "03416e6e" + zeros(12) + "0342656e"
-            + zeros(12) + "105369787465656e206c657474657273" + zeros(16) + "03457665" + zeros(12));
+        "0303"
+        "01020304"
+        "0002000007080000000000000009"
+        "05"
+        "044c696e65"
+            + zeros(12) + "03416e6e" + zeros(12) + "0342656e" + zeros(12) + "105369787465656e206c657474657273"
+            + zeros(16) + "03457665" + zeros(12));
     EXPECT_EQ(I(lobbyPacket().size()), kLobbyPacketBytes);
 }
 
@@ -163,7 +168,8 @@ TEST_F(Lobby, ScoresOfAWagonAndATrain)
     gState.wagon[0].money = 50000, gState.wagon[0].health = 0, gState.wagon[0].people = 5;
     const struct {
         Int occupation, health, score;
-    } kCases[] = {{0, 0, 2687}, {5, 0, 4031}, {0, 34, 2687}, {0, 35, 2187}, {0, 139, 1187}, {7, 70, (1687 * 7 + 1) / 2}};
+    } kCases[] = {
+        {0, 0, 2687}, {5, 0, 4031}, {0, 34, 2687}, {0, 35, 2187}, {0, 139, 1187}, {7, 70, (1687 * 7 + 1) / 2}};
     for (const auto& c : kCases) {
         gState.wagon[0].occupation = c.occupation, gState.wagon[0].health = c.health;
         EXPECT_EQ(WagonScore(0), c.score) << c.occupation << ' ' << c.health;

@@ -85,8 +85,7 @@ protected:
         return all;
     }
     /// Runs `work` from a seed and answers how many numbers it drew.
-    template <typename Work>
-    Int draws(Int seed, Work work)
+    template <typename Work> Int draws(Int seed, Work work)
     {
         qd.randSeed = seed;
         work();

@@ -121,7 +121,8 @@ TEST_F(ModelLoop, AMixOfTwoBroadcastsWaits)
 TEST_F(ModelLoop, WildFragmentsAreIgnored)
 {
     const GameState before = gState;
-    for (const auto& [part, parts] : {std::pair<Int, Int>{0, 1}, {9, 9}, {-3, 8}, {1, 40}, {1, -8}, {1, 0}, {1000000, 1}}) {
+    for (const auto& [part, parts] :
+        {std::pair<Int, Int>{0, 1}, {9, 9}, {-3, 8}, {1, 40}, {1, -8}, {1, 0}, {1000000, 1}}) {
         PacketHeader p;
         p.part = part, p.parts = parts, p.data = Bytes(572, 0xFF);
         StateFilter(p);

@@ -29,7 +29,7 @@ public:
         return kNames[kind];
     }
 
-    Player(Kind kind, Int seed) : kind_(kind), seed_(seed), choose_(static_cast<std::uint32_t>(seed)) {}
+    Player(Kind kind, Int seed) : kind_(kind), seed_(seed), choose_(static_cast<std::uint32_t>(seed)) { }
 
     /// From the party to the choice of the month; needs packets and model.
     void begin()
@@ -78,8 +78,8 @@ public:
     }
     std::string describe() const
     {
-        return std::string(name(kind_)) + ", seed " + std::to_string(seed_) + ", period " + std::to_string(periods_) + ", landmark "
-            + std::to_string(gTrain.landmark) + ", " + std::to_string(gTrain.toNext) + " to go";
+        return std::string(name(kind_)) + ", seed " + std::to_string(seed_) + ", period " + std::to_string(periods_)
+            + ", landmark " + std::to_string(gTrain.landmark) + ", " + std::to_string(gTrain.toNext) + " to go";
     }
 
 private:

@@ -31,8 +31,9 @@ TEST_F(Players, EveryJourneyHoldsTheInvariantsAndEnds)
             arrived += player.arrived(), died += player.died(), days += player.days();
             ASSERT_NE(player.arrived(), player.died()) << player.describe();
         }
-        RecordProperty(Player::name(kind), std::to_string(arrived) + " arrived, " + std::to_string(died) + " died, "
-                + std::to_string(days / kJourneys) + " days on average");
+        RecordProperty(Player::name(kind),
+            std::to_string(arrived) + " arrived, " + std::to_string(died) + " died, " + std::to_string(days / kJourneys)
+                + " days on average");
         if (kind == Player::kCareful) {
             EXPECT_GT(arrived, kJourneys * 3 / 4) << "care pays";
         }
@@ -138,7 +139,8 @@ TEST_F(Players, KnownSeedsGiveKnownJourneys)
         const auto arrived = [] { return gMessages[0].kind == kMessageArrival; };
 
         std::uint64_t fingerprint = 14695981039346656037U;
-        const auto mix = [&fingerprint](Int n) { fingerprint = (fingerprint ^ static_cast<std::uint64_t>(n)) * 1099511628211U; };
+        const auto mix = [&fingerprint](
+                             Int n) { fingerprint = (fingerprint ^ static_cast<std::uint64_t>(n)) * 1099511628211U; };
         for (int step = 0; step < 500 && !arrived() && !(gTrain.mode & kModeOver); ++step) {
             if (gTrain.mode & (kModeMoving | kModeResting)) {
                 NextDay();
@@ -156,9 +158,9 @@ TEST_F(Players, KnownSeedsGiveKnownJourneys)
             gMourning = false;
             if (!arrived())
                 gMessages = {};
-            for (const Int n : {gTrain.year, gTrain.month, gTrain.day, gTrain.mode, gTrain.landmark, gTrain.toNext, gTrain.miles,
-                     gTrain.weather, gTrain.temperature, gTrain.rain, gTrain.snow, w.health, w.sickness, w.people, gTrain.delayDays,
-                     gTrain.restDays, w.money, w.flags, qd.randSeed})
+            for (const Int n : {gTrain.year, gTrain.month, gTrain.day, gTrain.mode, gTrain.landmark, gTrain.toNext,
+                     gTrain.miles, gTrain.weather, gTrain.temperature, gTrain.rain, gTrain.snow, w.health, w.sickness,
+                     w.people, gTrain.delayDays, gTrain.restDays, w.money, w.flags, qd.randSeed})
                 mix(n);
             std::ranges::for_each(w.supply, mix);
             std::ranges::for_each(w.illness, mix);

@@ -8,7 +8,7 @@ TEST(Records, FreshStateHasItsExactBytes)
     ASSERT_EQ(packed.size(), 4234u);
     std::string expected = zeros(9) + "ff";
     for (int i = 0; i < 32; ++i)
-        expected += "ff"; // order
+        expected += "ff";                                                     // order
     expected += zeros(512) + zeros(14) + "ff" + zeros(17) + "ff" + zeros(17); // names, weather, landmark, leader
     expected += zeros(3520 + 110);
     EXPECT_EQ(hex(packed), expected);
@@ -26,7 +26,8 @@ TEST(Records, EveryFieldOfTheHeadHasItsPlace)
     g.rain = 0x2122, g.snow = 0x2324, g.rainToday = 0x2526, g.snowToday = 0x2728;
     g.landmark = -1, g.toNext = 0x31, g.miles = -2, g.x23C = 0x34, g.milesToday = 0x35, g.route = 0x36;
     g.startWagons = 0x37, g.slots = 0x38, g.startMonth = 0x39, g.startDay = 0x3A, g.speed = 0x3B;
-    g.opt244 = 0x3C, g.opt245 = 0x3D, g.opt246 = 0x3E, g.huntTime = 0x3F, g.opt248 = 0x40, g.x249 = 0x41, g.leader = 0x42;
+    g.opt244 = 0x3C, g.opt245 = 0x3D, g.opt246 = 0x3E, g.huntTime = 0x3F, g.opt248 = 0x40, g.x249 = 0x41,
+    g.leader = 0x42;
     g.x24B = {4, 'L', 'i', 'n', 'e'}, g.x24B[16] = 0x7F;
     g.x101C[0] = 0xA0, g.x101C[109] = 0xA1;
     const Bytes packed = g.bytes();
@@ -36,7 +37,15 @@ TEST(Records, EveryFieldOfTheHeadHasItsPlace)
     EXPECT_EQ(hex(std::span(packed).subspan(0x2A, 16)), "03416e6e" + zeros(12));
     EXPECT_EQ(hex(std::span(packed).subspan(0x21A, 16)), "035a6f65" + zeros(12));
     EXPECT_EQ(hex(std::span(packed).subspan(0x22A, 50)),
-        "111213141516" "2122232425262728" "ff31" "fffe" "343536" "3738393a3b" "3c3d3e3f404142" "044c696e65" + zeros(11) + "7f");
+        "111213141516"
+        "2122232425262728"
+        "ff31"
+        "fffe"
+        "343536"
+        "3738393a3b"
+        "3c3d3e3f404142"
+        "044c696e65"
+            + zeros(11) + "7f");
     EXPECT_EQ(packed[0x101C], 0xA0);
     EXPECT_EQ(packed.back(), 0xA1);
 
@@ -58,8 +67,15 @@ TEST(Records, EveryFieldOfAWagonHasItsPlace)
     w.write(out);
     EXPECT_EQ(hex(out.bytes),
         "010203040506"
-        "0342656e" + zeros(12) + "04436c656f" + zeros(11) + zeros(16) + "0f4669667465656e206c657474657273" + "0708"
-        + "0102ffff03040005000600070708" + "fffffffe" "01020304" "090a0b0c0d" "ff09020100" "0102030405" "0e");
+        "0342656e"
+            + zeros(12) + "04436c656f" + zeros(11) + zeros(16) + "0f4669667465656e206c657474657273" + "0708"
+            + "0102ffff03040005000600070708"
+            + "fffffffe"
+              "01020304"
+              "090a0b0c0d"
+              "ff09020100"
+              "0102030405"
+              "0e");
     ByteReader in(out.bytes);
     Wagon back;
     back.read(in);
@@ -114,7 +130,8 @@ TEST(Records, ShortBytesReadAsZeros)
     GameState g;
     g.landmark = 4, g.wagon[31].money = 77, g.x101C.fill(1);
     Bytes packed = g.bytes();
-    for (const std::size_t size : {std::size_t{0}, std::size_t{1}, std::size_t{0x238}, std::size_t{604}, std::size_t{4124}}) {
+    for (const std::size_t size :
+        {std::size_t{0}, std::size_t{1}, std::size_t{0x238}, std::size_t{604}, std::size_t{4124}}) {
         GameState back;
         back.load(std::span(packed).first(size));
         EXPECT_EQ(back.landmark, size > 0x238 ? 4 : 0) << size;
@@ -149,8 +166,14 @@ TEST(Records, OptionsKeepTheirPlacesAndCutTheirTexts)
     o.opt248 = 8, o.opt244 = 9, o.opt245 = 10, o.opt246 = 11;
     const Bytes packed = o.bytes();
     EXPECT_EQ(hex(packed),
-        "0754686520646f67" + zeros(248) + "06736563726574" + zeros(4) + "01" "fffe" "03" "04" "05" "06" + zeros(139) + "07"
-        + "08090a0b");
+        "0754686520646f67" + zeros(248) + "06736563726574" + zeros(4)
+            + "01"
+              "fffe"
+              "03"
+              "04"
+              "05"
+              "06"
+            + zeros(139) + "07" + "08090a0b");
     Options back;
     back.load(packed);
     EXPECT_EQ(back, o);
@@ -169,7 +192,17 @@ TEST(Records, LossesKeepTheirPlaces)
     const std::array<Int, 7> supplies{2, 0, 300, 0, 0, 0, -1};
     const std::array<Int, 5> drowned{0, 1, 0, 0, 1};
     const Bytes packed = LossPacket::bytes(60, 3, supplies, drowned);
-    EXPECT_EQ(hex(packed), "3c03" "0002" "0000" "012c" "0000" "0000" "0000" "ffff" "0001000001" "00");
+    EXPECT_EQ(hex(packed),
+        "3c03"
+        "0002"
+        "0000"
+        "012c"
+        "0000"
+        "0000"
+        "0000"
+        "ffff"
+        "0001000001"
+        "00");
     const LossPacket back = LossPacket::read(packed);
     EXPECT_EQ(back.supplies, supplies);
     EXPECT_EQ(back.drowned, drowned);

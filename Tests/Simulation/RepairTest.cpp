@@ -32,7 +32,8 @@ static void live(const GameState& loaded)
 
 TEST_F(Repair, WhatIsTrueStaysAsItIs)
 {
-    gTrain.wagon[0].health = 130, gTrain.wagon[0].money = -5, gTrain.speed = 0, gTrain.weather = 200, gTrain.rain = 65000;
+    gTrain.wagon[0].health = 130, gTrain.wagon[0].money = -5, gTrain.speed = 0, gTrain.weather = 200,
+    gTrain.rain = 65000;
     gTrain.wagon[9].people = 0;
     GameState repaired = gTrain;
     MakeHarmless(repaired);

@@ -25,9 +25,9 @@ TEST_F(TrailMapData, LegsFollowTheRoute)
 {
     const struct {
         Int route, leg, miles, dots;
-    } kCases[] = {{0, 7, 57, 8}, {1, 7, 125, 3}, {0, 8, 162, 4}, {1, 8, 0, 0}, {0, 9, 144, 7}, {1, 9, 144, 8}, {0, 14, 55, 8},
-        {2, 14, 125, 12}, {1, 14, 55, 8}, {2, 15, 0, 0}, {0, 16, 100, 10}, {4, 16, 100, 7}, {3, 3, 250, 22}, {0, 17, 0, 0},
-        {0, 300, 0, 0}, {0, -5, 102, 4}};
+    } kCases[] = {{0, 7, 57, 8}, {1, 7, 125, 3}, {0, 8, 162, 4}, {1, 8, 0, 0}, {0, 9, 144, 7}, {1, 9, 144, 8},
+        {0, 14, 55, 8}, {2, 14, 125, 12}, {1, 14, 55, 8}, {2, 15, 0, 0}, {0, 16, 100, 10}, {4, 16, 100, 7},
+        {3, 3, 250, 22}, {0, 17, 0, 0}, {0, 300, 0, 0}, {0, -5, 102, 4}};
     for (const auto& c : kCases) {
         gState.route = c.route;
         EXPECT_EQ(LegMiles(c.leg), c.miles) << c.leg << " route " << c.route;
@@ -66,7 +66,8 @@ TEST_F(TrailMapData, DotsNeverGoBackAlongAJourney)
             gState.route = route;
             if ((landmark == 7 && (route & 1)) || (landmark == 14 && (route & 2)))
                 continue; // passed by
-            const Int leg = (landmark == 8 && (route & 1)) || (landmark == 15 && (route & 2)) ? 125 : LegMiles(landmark);
+            const Int leg =
+                (landmark == 8 && (route & 1)) || (landmark == 15 && (route & 2)) ? 125 : LegMiles(landmark);
             for (Int left = leg; left >= 0; --left)
                 for (const Int which : {Int{0}, Int{(route & 1) ? 1 : 2}, Int{3}, Int{(route & 2) ? 4 : 5}, Int{7}}) {
                     const auto [count, total] = section(which, landmark, left, route);

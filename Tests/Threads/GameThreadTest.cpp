@@ -121,10 +121,29 @@ TEST(GameThread, TheProcessEndsFromEveryState)
     } states[] = {
         {"idle", idle},
         {"polling", poll},
-        {"delay", [] { Int last; for (;;) Delay(100'000, last); }},
-        {"held button", [] { Input::mouse(1, 1, true); for (;;) StillDown(); }},
-        {"mouse loop", [] { Point p; for (;;) GetMouse(p); }},
-        {"computing", [] { for (;;) std::this_thread::yield(); }},
+        {"delay",
+            [] {
+                Int last;
+                for (;;)
+                    Delay(100'000, last);
+            }},
+        {"held button",
+            [] {
+                Input::mouse(1, 1, true);
+                for (;;)
+                    StillDown();
+            }},
+        {"mouse loop",
+            [] {
+                Point p;
+                for (;;)
+                    GetMouse(p);
+            }},
+        {"computing",
+            [] {
+                for (;;)
+                    std::this_thread::yield();
+            }},
         {"waiting for a panel", [] { GameThread::waitForMain<Int>([](std::function<void(Int)>) {}); }},
         {"at its end", [] { ExitToShell(); }},
         {"returned", [] {}},
@@ -172,7 +191,8 @@ TEST(GameThread, TheGameWaitsForTheMainThread)
                     done(7);
                 }).detach();
             });
-            std::printf("%d %d\n", static_cast<int>(answer), GameThread::onMain([] { return Platform::current().isMainThread(); }));
+            std::printf("%d %d\n", static_cast<int>(answer),
+                GameThread::onMain([] { return Platform::current().isMainThread(); }));
             ExitToShell();
         });
     });
@@ -230,7 +250,8 @@ TEST(Script, ARealScriptPlaysAtItsPaceAndItsQuitEndsTheProcess)
             for (EventRecord event;;) {
                 if (!GetNextEvent(keyDownMask, event))
                     continue;
-                std::printf("%c%d ", static_cast<char>(event.message & charCodeMask), Clock::current().now() - begun >= ScriptHost::kFirstWait);
+                std::printf("%c%d ", static_cast<char>(event.message & charCodeMask),
+                    Clock::current().now() - begun >= ScriptHost::kFirstWait);
             }
         });
     });

@@ -1,5 +1,5 @@
-#include "Tests/Tools/GameResources.h"
 #include "Tools/rsrc/Check.h"
+#include "Tests/Tools/GameResources.h"
 
 #include <functional>
 
@@ -29,15 +29,22 @@ TEST(Check, FindsWhatWouldBreakAScreen)
 {
     using Change = std::function<void(Bytes&)>;
     const auto put = [](std::size_t at, std::uint8_t value) { return Change([=](Bytes& b) { b.at(at) = value; }); };
-    const struct { const char* type; Int id; Change change; const char* fault; } kCases[] = {
+    const struct {
+        const char* type;
+        Int id;
+        Change change;
+        const char* fault;
+    } kCases[] = {
         {"STR#", 3000, nullptr, "STR# 3000: is missing"},
         {"Imag", 5307, nullptr, "Imag 5307: is missing"},
         {"ICON", 6030, nullptr, "CNTL 5005: names an ICON"},
         {"CNTL", 5002, nullptr, "DITL 5000: item 2 names a CNTL"},
         {"STR#", 3007, [](Bytes& b) { b[1] = 3; }, "STR# 3007: has 3 texts, not 4"},
-        {"STR#", 3007, [](Bytes& b) { b.erase(b.begin() + 3, b.begin() + 3 + b[2]), b[2] = 0; }, "STR# 3007: index 1 is empty"},
+        {"STR#", 3007, [](Bytes& b) { b.erase(b.begin() + 3, b.begin() + 3 + b[2]), b[2] = 0; },
+            "STR# 3007: index 1 is empty"},
         {"STR#", 3100, [](Bytes& b) { b[3] = '9'; }, "STR# 3100: index 1 has to begin with the digit"},
-        {"STR#", 3009, [](Bytes& b) { b.insert(b.begin() + 3, 20, 'W'), b[2] = std::uint8_t(b[2] + 20); }, "STR# 3009: index 1 is "},
+        {"STR#", 3009, [](Bytes& b) { b.insert(b.begin() + 3, 20, 'W'), b[2] = std::uint8_t(b[2] + 20); },
+            "STR# 3009: index 1 is "},
         {"STR#", 1004, [](Bytes& b) { b[3] ^= 1; }, "MENU 1004: items 2 and 6"},
         {"MENU", 1001, put(13, 0xFF), "MENU 1001: item 2 has to be disabled"},
         {"MENU", 1000, put(15, 'A'), "MENU 1000: the title"},

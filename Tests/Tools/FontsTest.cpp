@@ -24,7 +24,10 @@ std::pair<Int, Int> inkOf(const Bits& bits)
     return {std::min(first, last), last};
 }
 
-const StrikeGlyph& glyphOf(const std::vector<StrikeGlyph>& glyphs, Int code) { return glyphs[static_cast<std::size_t>(code)]; }
+const StrikeGlyph& glyphOf(const std::vector<StrikeGlyph>& glyphs, Int code)
+{
+    return glyphs[static_cast<std::size_t>(code)];
+}
 
 } // namespace
 
@@ -33,12 +36,13 @@ TEST(Fonts, FiguresAreOfOneWidth)
     for (const Int id : kStrikes) {
         const auto glyphs = strikeGlyphs(gameResource("NFNT", id));
         for (Int code = '1'; code <= '9'; ++code)
-            EXPECT_EQ(glyphOf(glyphs, code).advance, glyphOf(glyphs, '0').advance) << "NFNT " << id << ", " << char(code);
+            EXPECT_EQ(glyphOf(glyphs, code).advance, glyphOf(glyphs, '0').advance)
+                << "NFNT " << id << ", " << char(code);
     }
 }
 
-// Bold is drawn by doubling each column to the right, so a letter ends one white column before the next; with more than one the
-// letter would stand apart.
+// Bold is drawn by doubling each column to the right, so a letter ends one white column before the next; with more than
+// one the letter would stand apart.
 TEST(Fonts, LettersAreSpacedEvenly)
 {
     for (const Int id : kStrikes) {
@@ -61,9 +65,25 @@ TEST(Fonts, LettersAreSpacedEvenly)
 
 TEST(Fonts, AccentsChangeNoLetter)
 {
-    const struct { const char* plain; const char* accented; } kLetters[] = {
-        {"A", "ÄÅÀÃÂÁ"}, {"C", "Ç"}, {"E", "ÉÊËÈ"}, {"I", "ÍÎÏÌ"}, {"N", "Ñ"}, {"O", "ÖÕÓÔÒ"}, {"U", "ÜÚÛÙ"}, {"Y", "Ÿ"}, {"a", "áàâäãå"},
-        {"c", "ç"}, {"e", "éèêë"}, {"n", "ñ"}, {"o", "óòôöõ"}, {"u", "úùûü"}, {"y", "ÿ"},
+    const struct {
+        const char* plain;
+        const char* accented;
+    } kLetters[] = {
+        {"A", "ÄÅÀÃÂÁ"},
+        {"C", "Ç"},
+        {"E", "ÉÊËÈ"},
+        {"I", "ÍÎÏÌ"},
+        {"N", "Ñ"},
+        {"O", "ÖÕÓÔÒ"},
+        {"U", "ÜÚÛÙ"},
+        {"Y", "Ÿ"},
+        {"a", "áàâäãå"},
+        {"c", "ç"},
+        {"e", "éèêë"},
+        {"n", "ñ"},
+        {"o", "óòôöõ"},
+        {"u", "úùûü"},
+        {"y", "ÿ"},
     };
     for (const Int id : kStrikes) {
         const auto glyphs = strikeGlyphs(gameResource("NFNT", id));
@@ -87,7 +107,8 @@ TEST(Fonts, NoTwoCharactersLookAlike)
         };
         for (Int a = '!'; a <= '~'; ++a)
             for (Int b = '!'; b < a; ++b)
-                EXPECT_NE(look(glyphOf(glyphs, a)), look(glyphOf(glyphs, b))) << "NFNT " << id << ": " << char(a) << " and " << char(b);
+                EXPECT_NE(look(glyphOf(glyphs, a)), look(glyphOf(glyphs, b)))
+                    << "NFNT " << id << ": " << char(a) << " and " << char(b);
         // The tilde is no double acute.
         EXPECT_NE(glyphOf(glyphs, 0x84).bits, glyphOf(glyphs, 0x83).bits);
     }

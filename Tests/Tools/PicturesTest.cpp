@@ -49,11 +49,25 @@ struct Motion {
 };
 
 constexpr Motion kMotions[] = {
-    {"wain and oxen", 5100, 3, 6, true}, {"ripples", 5310, 1, 2, true}, {"heron", 5310, 3, 6, false}, {"wings", 5310, 5, 6, true},
-    {"aurochs", 9161, 0, 3, true}, {"deer", 9162, 0, 2, true}, {"hare", 9163, 0, 2, true}, {"partridge", 9164, 0, 2, true},
-    {"stag", 9165, 0, 2, true}, {"boar", 9166, 0, 3, true}, {"saiga", 9167, 0, 2, true}, {"aurochs falls", 9161, 4, 5, false},
-    {"deer falls", 9162, 3, 4, false}, {"stag falls", 9165, 3, 4, false}, {"boar falls", 9166, 4, 5, false},
-    {"saiga falls", 9167, 3, 4, false}, {"raft", 9200, 2, 4, false}, {"bank", 9201, 0, 10, true}, {"key", 129, 0, 1, true},
+    {"wain and oxen", 5100, 3, 6, true},
+    {"ripples", 5310, 1, 2, true},
+    {"heron", 5310, 3, 6, false},
+    {"wings", 5310, 5, 6, true},
+    {"aurochs", 9161, 0, 3, true},
+    {"deer", 9162, 0, 2, true},
+    {"hare", 9163, 0, 2, true},
+    {"partridge", 9164, 0, 2, true},
+    {"stag", 9165, 0, 2, true},
+    {"boar", 9166, 0, 3, true},
+    {"saiga", 9167, 0, 2, true},
+    {"aurochs falls", 9161, 4, 5, false},
+    {"deer falls", 9162, 3, 4, false},
+    {"stag falls", 9165, 3, 4, false},
+    {"boar falls", 9166, 4, 5, false},
+    {"saiga falls", 9167, 3, 4, false},
+    {"raft", 9200, 2, 4, false},
+    {"bank", 9201, 0, 10, true},
+    {"key", 129, 0, 1, true},
 };
 
 /// The moving parts of the title picture: frames, and where they lie on it.
@@ -63,10 +77,17 @@ struct TitlePart {
 };
 
 constexpr TitlePart kTitleParts[] = {
-    {{"flap", 9000, 1, 9, false}, 213, 104}, {{"axe", 9000, 10, 12, true}, 70, 143}, {{"smoke", 9000, 13, 15, false}, 10, 119},
-    {{"mug", 9000, 16, 17, true}, 132, 149}, {{"pot", 9000, 18, 19, true}, 100, 149}, {{"grindstone", 9000, 20, 29, true}, 359, 153},
-    {{"hen", 9000, 30, 37, true}, 429, 155}, {{"goat", 9000, 38, 40, true}, 447, 187}, {{"page", 9000, 41, 42, true}, 287, 179},
-    {{"ears", 9000, 43, 44, true}, 317, 266}, {{"tail", 9000, 45, 46, true}, 203, 196},
+    {{"flap", 9000, 1, 9, false}, 213, 104},
+    {{"axe", 9000, 10, 12, true}, 70, 143},
+    {{"smoke", 9000, 13, 15, false}, 10, 119},
+    {{"mug", 9000, 16, 17, true}, 132, 149},
+    {{"pot", 9000, 18, 19, true}, 100, 149},
+    {{"grindstone", 9000, 20, 29, true}, 359, 153},
+    {{"hen", 9000, 30, 37, true}, 429, 155},
+    {{"goat", 9000, 38, 40, true}, 447, 187},
+    {{"page", 9000, 41, 42, true}, 287, 179},
+    {{"ears", 9000, 43, 44, true}, 317, 266},
+    {{"tail", 9000, 45, 46, true}, 203, 196},
 };
 
 void expectMotion(const Motion& motion)
@@ -74,7 +95,8 @@ void expectMotion(const Motion& motion)
     SCOPED_TRACE(motion.name);
     for (Int n = motion.first; n < motion.last + (motion.loops ? 1 : 0); ++n) {
         const Int next = n < motion.last ? n + 1 : motion.first;
-        EXPECT_GT(difference(frameOf(motion.id, n), frameOf(motion.id, next)), 0) << "frames " << n << " and " << next << " are the same";
+        EXPECT_GT(difference(frameOf(motion.id, n), frameOf(motion.id, next)), 0)
+            << "frames " << n << " and " << next << " are the same";
     }
 }
 
@@ -91,7 +113,9 @@ Bits bordered(const Bits& bits)
 
 Bits maskOf(const Bits& bits)
 {
-    const auto map = [](const Bits& b) { return BitMap(std::make_shared<Block>(b.rows), 0, b.rowBytes(), {0, 0, b.height, b.width}); };
+    const auto map = [](const Bits& b) {
+        return BitMap(std::make_shared<Block>(b.rows), 0, b.rowBytes(), {0, 0, b.height, b.width});
+    };
     const BitMap mask(Rect{0, 0, bits.height, bits.width});
     CalcMask(map(bits), mask, {0, 0, bits.height, bits.width});
     Bits out(bits.height, bits.width);
@@ -140,8 +164,8 @@ Int takePatch(std::vector<std::vector<bool>>& set, Int v, Int h)
     return size;
 }
 
-/// The largest white patch that lies outside the mask only because the outline has a gap of one or two pixels: a thicker outline
-/// encloses it.
+/// The largest white patch that lies outside the mask only because the outline has a gap of one or two pixels: a
+/// thicker outline encloses it.
 Int leak(const Bits& bits)
 {
     const Bits thin = bordered(bits), mask = maskOf(thin);
@@ -168,7 +192,8 @@ TEST(Pictures, NoFrameRepeatsItsNeighbour)
     for (const auto& [id, count] : {std::pair<Int, Int>{6080, 9}, {5600, 10}}) // people, kinds of weather: each its own
         for (Int a = 0; a < count; ++a)
             for (Int b = 0; b < a; ++b)
-                EXPECT_GT(difference(frameOf(id, a), frameOf(id, b)), 40) << "Imag " << id << ", frames " << a << " and " << b;
+                EXPECT_GT(difference(frameOf(id, a), frameOf(id, b)), 40)
+                    << "Imag " << id << ", frames " << a << " and " << b;
 }
 
 // Where the first frame follows the last, no more changes than between any two others.
@@ -185,7 +210,8 @@ TEST(Pictures, LoopsClose)
     }
 }
 
-// The parts lie on the title without a seam: the first frame of each is the picture itself, and the rim of the others nearly so.
+// The parts lie on the title without a seam: the first frame of each is the picture itself, and the rim of the others
+// nearly so.
 TEST(Pictures, TitlePartsLieOnTheirPicture)
 {
     const Bits& picture = frameOf(9000, 0);
@@ -215,15 +241,32 @@ TEST(Pictures, OutlinesOfMaskedSpritesAreClosed)
         ring.rows[at(v * ring.rowBytes())] = 0; // two pixels of its left side
     EXPECT_GT(leak(ring), 150);
 
-    const struct { Int id, first, last; } kMasked[] = {
-        {5310, 7, 7}, {5310, 9, 9}, {5310, 12, 12}, {9160, 4, 5}, {9160, 7, 7}, {9160, 9, 13}, {9160, 17, 19},
-        {9161, 0, 5}, {9162, 0, 4}, {9163, 0, 3}, {9164, 0, 3}, {9165, 0, 4}, {9166, 0, 5}, {9167, 0, 4}, {9200, 1, 8}, {9200, 10, 10},
+    const struct {
+        Int id, first, last;
+    } kMasked[] = {
+        {5310, 7, 7},
+        {5310, 9, 9},
+        {5310, 12, 12},
+        {9160, 4, 5},
+        {9160, 7, 7},
+        {9160, 9, 13},
+        {9160, 17, 19},
+        {9161, 0, 5},
+        {9162, 0, 4},
+        {9163, 0, 3},
+        {9164, 0, 3},
+        {9165, 0, 4},
+        {9166, 0, 5},
+        {9167, 0, 4},
+        {9200, 1, 8},
+        {9200, 10, 10},
     };
     for (const auto& run : kMasked)
         for (Int n = run.first; n <= run.last; ++n) {
             const Bits& bits = frameOf(run.id, n);
             // Gaps between legs and antlers may be narrow too.
-            EXPECT_LE(leak(bits), std::max<Int>(8, blackPixels(maskOf(bits)) * 6 / 100)) << "Imag " << run.id << ", frame " << n;
+            EXPECT_LE(leak(bits), std::max<Int>(8, blackPixels(maskOf(bits)) * 6 / 100))
+                << "Imag " << run.id << ", frame " << n;
         }
 }
 

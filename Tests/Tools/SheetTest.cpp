@@ -1,6 +1,6 @@
+#include "Tools/rsrc/Sheet.h"
 #include "Tools/rsrc/Build.h"
 #include "Tools/rsrc/Forms.h"
-#include "Tools/rsrc/Sheet.h"
 
 #include <random>
 
@@ -51,7 +51,8 @@ TEST(Sheet, EveryPictureStandsOnceWholeAndInOrder)
 {
     std::vector<SheetPicture> pictures;
     for (Int i = 0; i < 24; ++i)
-        pictures.push_back({"-9004:" + std::to_string(i), noise(8 + i % 5, i == 20 ? 1200 : 20 + 3 * i, static_cast<unsigned>(i)), i == 7});
+        pictures.push_back({"-9004:" + std::to_string(i),
+            noise(8 + i % 5, i == 20 ? 1200 : 20 + 3 * i, static_cast<unsigned>(i)), i == 7});
     const Bits sheet = contactSheet(pictures);
     Rect before;
     for (const SheetPicture& picture : pictures) {
@@ -59,7 +60,8 @@ TEST(Sheet, EveryPictureStandsOnceWholeAndInOrder)
         const auto places = placesOf(picture.bits, sheet);
         ASSERT_EQ(places.size(), 1U);
         const Rect& place = places[0];
-        EXPECT_TRUE(place.top > before.bottom || (place.top == before.top && place.left > before.right && !picture.startsRow));
+        EXPECT_TRUE(
+            place.top > before.bottom || (place.top == before.top && place.left > before.right && !picture.startsRow));
         // White all round, then the frame.
         EXPECT_GE(place.left, 2);
         EXPECT_LE(place.right + 2, sheet.width);
@@ -73,7 +75,9 @@ TEST(Sheet, FramesAndStrikesAreTakenApart)
     std::vector<std::string> faults;
     const Archive game = compileFolder(WR_RESOURCES "/Wainroad", faults);
     ASSERT_TRUE(faults.empty()) << faults[0];
-    const auto picturesOf = [&](const char* type, Int id) { return sheetPictures(os(type), id, game.items.at({os(type), id}).data); };
+    const auto picturesOf = [&](const char* type, Int id) {
+        return sheetPictures(os(type), id, game.items.at({os(type), id}).data);
+    };
     const auto frames = picturesOf("Imag", 5100);
     ASSERT_EQ(frames.size(), 22U);
     EXPECT_EQ(frames[3].caption, "5100:3");
@@ -86,12 +90,14 @@ TEST(Sheet, FramesAndStrikesAreTakenApart)
     // The table of a strike, 16 rows, has every pixel of its glyphs but those of the box for missing characters.
     const Bytes& strike = game.items.at({os("NFNT"), 6322}).data;
     const Bits strip = *findForm(os("NFNT"))->picture(strike);
-    const Int lost = blackPixels(strip, strip.height) - blackPixels(picturesOf("NFNT", 6322).front().bits, 16 * (strip.height + 4));
+    const Int lost =
+        blackPixels(strip, strip.height) - blackPixels(picturesOf("NFNT", 6322).front().bits, 16 * (strip.height + 4));
     EXPECT_GE(lost, 0);
     EXPECT_LE(lost, 2 * (strip.height + strip.height));
 
     // A strike that claims glyphs of any size has no specimen.
-    for (const auto& [at, value] : {std::pair<std::size_t, std::uint8_t>{18, 0x7F}, {20, 0x7F}, {14, 0x7F}, {24, 0x7F}, {8, 0x80}}) {
+    for (const auto& [at, value] :
+        {std::pair<std::size_t, std::uint8_t>{18, 0x7F}, {20, 0x7F}, {14, 0x7F}, {24, 0x7F}, {8, 0x80}}) {
         Bytes wild = strike;
         wild[at] = value;
         EXPECT_LE(blackPixels(specimen(wild), specimen(wild).height), 100000);

@@ -71,11 +71,20 @@ TEST(Sounds, BeginAndEndInSilence)
     }
 }
 
-// The program waits for the end of a sound by the clock that journeys are counted with: another length is another journey.
+// The program waits for the end of a sound by the clock that journeys are counted with: another length is another
+// journey.
 TEST(Sounds, KeepTheirLength)
 {
-    const struct { Int id; std::size_t samples; } kLengths[] = {
-        {9001, 61740}, {9002, 13230}, {9003, 5512}, {9004, 2646}, {9006, 24255}, {9007, 60638},
+    const struct {
+        Int id;
+        std::size_t samples;
+    } kLengths[] = {
+        {9001, 61740},
+        {9002, 13230},
+        {9003, 5512},
+        {9004, 2646},
+        {9006, 24255},
+        {9007, 60638},
     };
     for (const auto& sound : kLengths)
         EXPECT_EQ(waveOf(sound.id).samples.size(), sound.samples) << sound.id;
@@ -98,7 +107,8 @@ TEST(Sounds, AreEvenlyLoudAndNotClipped)
     }
 }
 
-// The two tunes are heard on their notes. The strength of a note against that of its neighbours, a half tone up and down.
+// The two tunes are heard on their notes. The strength of a note against that of its neighbours, a half tone up and
+// down.
 TEST(Sounds, TunesAreInTune)
 {
     const auto strength = [](const Wave& wave, double from, double to, double hertz) {
@@ -106,22 +116,35 @@ TEST(Sounds, TunesAreInTune)
         const std::size_t first = static_cast<std::size_t>(from * 22050), last = static_cast<std::size_t>(to * 22050);
         for (std::size_t i = first; i < last; ++i) {
             const double t = static_cast<double>(i - first) / static_cast<double>(last - first);
-            const double window = 0.5 - 0.5 * std::cos(2 * M_PI * t), angle = 2 * M_PI * hertz * static_cast<double>(i) / 22050;
+            const double window = 0.5 - 0.5 * std::cos(2 * M_PI * t),
+                         angle = 2 * M_PI * hertz * static_cast<double>(i) / 22050;
             re += window * wave.samples[i] * std::cos(angle);
             im += window * wave.samples[i] * std::sin(angle);
         }
         return std::hypot(re, im);
     };
-    const struct { Int id; double from, to, hertz; const char* name; } kNotes[] = {
-        {9007, 0.20, 0.40, 392.00, "G4"}, {9007, 0.40, 0.60, 440.00, "A4"}, {9007, 0.60, 1.00, 493.88, "B4"}, {9007, 1.40, 2.00, 587.33, "D5"},
-        {9007, 2.20, 2.70, 392.00, "G4"}, {9007, 2.20, 2.70, 196.00, "the bell, G3"}, {9001, 0.10, 0.65, 293.66, "D4"},
-        {9001, 0.65, 0.95, 261.63, "C4"}, {9001, 1.75, 2.60, 220.00, "the bell, A3"}, {9001, 1.75, 2.60, 329.63, "the bell, E4"},
+    const struct {
+        Int id;
+        double from, to, hertz;
+        const char* name;
+    } kNotes[] = {
+        {9007, 0.20, 0.40, 392.00, "G4"},
+        {9007, 0.40, 0.60, 440.00, "A4"},
+        {9007, 0.60, 1.00, 493.88, "B4"},
+        {9007, 1.40, 2.00, 587.33, "D5"},
+        {9007, 2.20, 2.70, 392.00, "G4"},
+        {9007, 2.20, 2.70, 196.00, "the bell, G3"},
+        {9001, 0.10, 0.65, 293.66, "D4"},
+        {9001, 0.65, 0.95, 261.63, "C4"},
+        {9001, 1.75, 2.60, 220.00, "the bell, A3"},
+        {9001, 1.75, 2.60, 329.63, "the bell, E4"},
     };
     const double kHalfTone = std::pow(2, 1 / 12.0);
     for (const auto& note : kNotes) {
         const Wave wave = waveOf(note.id);
         const double here = strength(wave, note.from, note.to, note.hertz);
-        const double beside = std::max(strength(wave, note.from, note.to, note.hertz * kHalfTone), strength(wave, note.from, note.to, note.hertz / kHalfTone));
+        const double beside = std::max(strength(wave, note.from, note.to, note.hertz * kHalfTone),
+            strength(wave, note.from, note.to, note.hertz / kHalfTone));
         EXPECT_GT(here, 2 * beside) << note.name << " at " << note.from << " s of " << note.id;
     }
 }

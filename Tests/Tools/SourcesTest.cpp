@@ -54,7 +54,10 @@ Bits noise(Int height, Int width, unsigned seed)
     for (Int v = 0; v < height; ++v)
         for (Int h = 0; h < width; ++h)
             // Runs, pairs of rows and noise, so that every way of packing comes up.
-            if (h % 64 < 16 ? random() % 2 == 0 : h % 64 < 32 ? v % 2 == 0 : h % 64 < 48 ? v % 40 < 30 : random() % 16 == 0)
+            if (h % 64 < 16       ? random() % 2 == 0
+                    : h % 64 < 32 ? v % 2 == 0
+                    : h % 64 < 48 ? v % 40 < 30
+                                  : random() % 16 == 0)
                 bits.set(v, h);
     return bits;
 }
@@ -63,7 +66,10 @@ Bits noise(Int height, Int width, unsigned seed)
 
 TEST_F(Sources, FaultsNameTheirPlaceAndLeaveTheRestStanding)
 {
-    const struct { const char* yaml; const char* fault; } kCases[] = {
+    const struct {
+        const char* yaml;
+        const char* fault;
+    } kCases[] = {
         {"STR#:\n  1:\n    1: \"a\"\n    1: \"b\"\n", "bad.yaml:4: \"1\" stands here twice"},
         {"STR#:\n  1: {1: \"a\"}\n  1: {1: \"b\"}\n", "bad.yaml:3: \"1\" stands here twice"},
         {"STR#:\n  1:\n    1: \"a\"\n    3: \"b\"\n", "bad.yaml:4: number 3 stands where 2 is due"},
@@ -71,22 +77,27 @@ TEST_F(Sources, FaultsNameTheirPlaceAndLeaveTheRestStanding)
         {"STR#:\n  1:\n    1:\n", "bad.yaml:3: a value is missing"},
         {"STR#:\n  1: {1: \"a\", colour: red}\n", "bad.yaml:2: \"colour\" is not known here"},
         {"STR#:\n  40000: {1: \"a\"}\n", "bad.yaml:2: 40000 is not from -32768 to 32767"},
-        {"DITL:\n  1:\n    items:\n      1: {button: \"a\", text: \"b\", rect: [0, 0, 1, 1]}\n", "bad.yaml:4: an item is either"},
-        {"DITL:\n  1:\n    items:\n      1: {buton: \"a\", rect: [0, 0, 1, 1]}\n", "bad.yaml:4: \"buton\" is not known here"},
+        {"DITL:\n  1:\n    items:\n      1: {button: \"a\", text: \"b\", rect: [0, 0, 1, 1]}\n",
+            "bad.yaml:4: an item is either"},
+        {"DITL:\n  1:\n    items:\n      1: {buton: \"a\", rect: [0, 0, 1, 1]}\n",
+            "bad.yaml:4: \"buton\" is not known here"},
         {"DITL:\n  1:\n    items:\n      1: {button: \"a\", rect: [0, 0, 1]}\n", "bad.yaml:4: a rectangle is"},
-        {"DITL:\n  1:\n    items:\n      1: {button: \"a\", rect: [5, 0, 1, 1]}\n", "bad.yaml:4: the rectangle ends before it begins"},
+        {"DITL:\n  1:\n    items:\n      1: {button: \"a\", rect: [5, 0, 1, 1]}\n",
+            "bad.yaml:4: the rectangle ends before it begins"},
         {"DITL:\n  1:\n    items:\n      1: {button: \"a\"}\n", "bad.yaml:4: \"rect\" is missing"},
         {"MENU:\n  1: {title: \"a\", items: {1: {text: \"\"}}}\n", "bad.yaml:2: an item without a text"},
         {"ICON:\n  1: none.png\n", "none.png cannot be read"},
         {"ICON:\n  1: bad.yaml\n", "is no PNG file"},
         {"ICON:\n  1: small.png\n", "small.png is 8 wide and 4 high, not 32 wide and 32 high"},
-        {"Imag:\n  1: {frames: {0: {png: small.png, crop: [0, 0, 9, 9]}}}\n", "bad.yaml:2: the part does not lie in the picture"},
+        {"Imag:\n  1: {frames: {0: {png: small.png, crop: [0, 0, 9, 9]}}}\n",
+            "bad.yaml:2: the part does not lie in the picture"},
         {"Imag:\n  1: {frames: {0: {png: small.png, size: [4, 9]}}}\n", "bad.yaml:2: the frame is 4 high and 8 wide"},
         {"Scpt:\n  1: {scripts: {0: [jump 3]}}\n", "bad.yaml:2: \"jump\" is no step"},
         {"Scpt:\n  1: {scripts: {0: [wait]}}\n", "bad.yaml:2: \"wait\" takes 1 arguments"},
         {"Scpt:\n  1: {scripts: {0: [repeat 3 there]}}\n", "bad.yaml:2: there is no label \"there\""},
         {"snd:\n  1: {wav: small.png}\n", "is no WAV file"},
-        {"CONF:\n  1: {speed: 4, huntTime: 3, password: \"longer than ten\"}\n", "bad.yaml:2: the text has 15 characters"},
+        {"CONF:\n  1: {speed: 4, huntTime: 3, password: \"longer than ten\"}\n",
+            "bad.yaml:2: the text has 15 characters"},
         {"XYZW:\n  1: {a: 1}\n", "bad.yaml:2: XYZW has no form of its own"},
         {"TOOLONG:\n  1: {hex: \"00\"}\n", "bad.yaml:1: a type has up to four characters"},
         {"STR#:\n  1: {1: \"a\"\n", "bad.yaml:"},
@@ -114,14 +125,21 @@ TEST_F(Sources, FaultsNameTheirPlaceAndLeaveTheRestStanding)
 
 TEST_F(Sources, FormsAreExactToTheByte)
 {
-    const struct { const char* yaml; const char* hex; } kCases[] = {
-        {"STR#:\n  1:\n    about: notes\n    1: \"é\"\n    2: \"\"\n    3: |\n      a\n      b\n", "0003 018e 0003 610d 62"},
+    const struct {
+        const char* yaml;
+        const char* hex;
+    } kCases[] = {
+        {"STR#:\n  1:\n    about: notes\n    1: \"é\"\n    2: \"\"\n    3: |\n      a\n      b\n",
+            "0003 018e 0003 610d 62"},
         {"WST#:\n  1: {1: \"abc\", 2: \"de\"}\n", "0002 0003 6162 6300 0002 6465"},
-        {"DITL:\n  1:\n    items:\n      1: {button: \"OK!\", rect: [1, 2, 3, 4]}\n      2: {text: \"\", rect: [-1, 0, 0, 0]}\n"
-         "      3: {user: ground, disabled: true, rect: [0, 0, 1, 1]}\n      4: {picture: -2, disabled: false, rect: [0, 0, 1, 1]}\n",
+        {"DITL:\n  1:\n    items:\n      1: {button: \"OK!\", rect: [1, 2, 3, 4]}\n      2: {text: \"\", rect: [-1, 0, "
+         "0, 0]}\n"
+         "      3: {user: ground, disabled: true, rect: [0, 0, 1, 1]}\n      4: {picture: -2, disabled: false, rect: "
+         "[0, 0, 1, 1]}\n",
             "0003 0000 0000 0001 0002 0003 0004 0403 4f4b 2100 0000 0000 ffff 0000 0000 0000 8800"
             " 0000 0000 0000 0000 0001 0001 8000 0000 0000 0000 0000 0001 0001 4002 fffe"},
-        {"DLOG:\n  1: {bounds: [1, 2, 3, 4], procID: 1, items: 9, title: \"T\"}\n", "0001 0002 0003 0004 0001 0000 0000 0000 0000 0009 0154"},
+        {"DLOG:\n  1: {bounds: [1, 2, 3, 4], procID: 1, items: 9, title: \"T\"}\n",
+            "0001 0002 0003 0004 0001 0000 0000 0000 0000 0009 0154"},
         {"ALRT:\n  1: {bounds: [1, 2, 3, 4], items: 9}\n", "0001 0002 0003 0004 0009 5555"},
         {"WIND:\n  1: {bounds: [1, 2, 3, 4], visible: true}\n", "0001 0002 0003 0004 0002 0001 0000 0000 0000 00"},
         {"CNTL:\n  1: {procID: 160, refCon: -5}\n", "0000 0000 0000 0000 0000 0100 0001 0000 00a0 ffff fffb 00"},
@@ -139,7 +157,8 @@ TEST_F(Sources, FormsAreExactToTheByte)
         SCOPED_TRACE(test.yaml);
         EXPECT_EQ(hexText(compile(test.yaml)), test.hex);
     }
-    const Bytes conf = compile("CONF:\n  1000: {speed: 4, huntTime: 3, signature: \"S\", password: \"pw\", legends: [{name: \"Ann\", points: 7000}]}\n");
+    const Bytes conf = compile("CONF:\n  1000: {speed: 4, huntTime: 3, signature: \"S\", password: \"pw\", legends: "
+                               "[{name: \"Ann\", points: 7000}]}\n");
     ASSERT_EQ(conf.size(), 1108U);
     const Block b(conf);
     EXPECT_EQ(b.u32(0), I(os("QUIL")));
@@ -212,9 +231,11 @@ Imag: {5: {frames: [wide.png, {blank: [2, 3]}, {png: icon.png, origin: [1, 2], m
         const auto text = form->show(key.second, item.data);
         ASSERT_TRUE(text) << form->type;
         const std::string name = typeName(key.first);
-        put("out/" + name + std::to_string(key.second) + ".yaml", name + ":\n  " + std::to_string(key.second) + ':' + *text + '\n');
+        put("out/" + name + std::to_string(key.second) + ".yaml",
+            name + ":\n  " + std::to_string(key.second) + ':' + *text + '\n');
         if (form->picture) {
-            ASSERT_TRUE(writePng(folder_ + "/out/" + name + std::to_string(key.second) + ".png", *form->picture(item.data)));
+            ASSERT_TRUE(
+                writePng(folder_ + "/out/" + name + std::to_string(key.second) + ".png", *form->picture(item.data)));
         }
     }
     const Archive second = compileFolder(folder_ + "/out", faults);
@@ -229,11 +250,13 @@ Imag: {5: {frames: [wide.png, {blank: [2, 3]}, {png: icon.png, origin: [1, 2], m
 TEST_F(Sources, PackedFramesKeepEveryPixel)
 {
     unsigned seed = 0;
-    for (const auto& [height, width] : {std::pair<Int, Int>{1, 1}, {2, 17}, {63, 64}, {64, 64}, {65, 64}, {129, 128}, {300, 494}}) {
+    for (const auto& [height, width] :
+        {std::pair<Int, Int>{1, 1}, {2, 17}, {63, 64}, {64, 64}, {65, 64}, {129, 128}, {300, 494}}) {
         SCOPED_TRACE(testing::Message() << height << " by " << width);
         const Bits bits = noise(height, width, ++seed);
         ASSERT_TRUE(writePng(folder_ + "/f.png", bits));
-        const auto frames = imageFrames(compile("Imag:\n  1: {frames: [f.png, {png: f.png, mirror: true, origin: [-3, 7]}]}\n"));
+        const auto frames =
+            imageFrames(compile("Imag:\n  1: {frames: [f.png, {png: f.png, mirror: true, origin: [-3, 7]}]}\n"));
         ASSERT_TRUE(frames);
         ASSERT_EQ(frames->size(), 2U);
         EXPECT_EQ((*frames)[0].bits, bits);
@@ -242,7 +265,8 @@ TEST_F(Sources, PackedFramesKeepEveryPixel)
         EXPECT_EQ((*frames)[1].origin, (Point{-3, 7}));
     }
     // The packing by hand: a literal, a run, a pair of rows twice, a zero that does nothing, a run beyond the column.
-    const Bytes record{0, 1, 0, 0, 0, 28, 0, 0, 0, 0, 0, 2, 0, 0, 0, 0, 0, 7, 0, 16, 1, 0xAA, 0, 0xFE, 0x0F, 0xBE, 1, 2, 0xC0, 5};
+    const Bytes record{
+        0, 1, 0, 0, 0, 28, 0, 0, 0, 0, 0, 2, 0, 0, 0, 0, 0, 7, 0, 16, 1, 0xAA, 0, 0xFE, 0x0F, 0xBE, 1, 2, 0xC0, 5};
     const auto frames = imageFrames(record);
     ASSERT_TRUE(frames);
     std::string left;
@@ -275,11 +299,12 @@ TEST_F(Sources, PicturesPlayBackAsTheirPng)
 
 TEST_F(Sources, StrikesHoldTheGlyphsOfTheBdf)
 {
-    put("f.bdf", "STARTFONT 2.1\nFONT_ASCENT 3\nFONT_DESCENT 1\nCHARSET_REGISTRY \"ISO10646\"\n"
-                 "STARTCHAR A\nENCODING 65\nDWIDTH 4 0\nBBX 3 2 0 0\nBITMAP\nA0\n40\nENDCHAR\n"
-                 "STARTCHAR eacute\nENCODING 233\nDWIDTH 3 0\nBBX 2 1 -1 -1\nBITMAP\nC0\nENDCHAR\n"
-                 "STARTCHAR far\nENCODING 20013\nDWIDTH 3 0\nBBX 0 0 0 0\nBITMAP\nENDCHAR\n"
-                 "STARTCHAR .notdef\nENCODING -1\nDWIDTH 2 0\nBBX 1 4 0 -1\nBITMAP\n80\n80\n80\n80\nENDCHAR\nENDFONT\n");
+    put("f.bdf",
+        "STARTFONT 2.1\nFONT_ASCENT 3\nFONT_DESCENT 1\nCHARSET_REGISTRY \"ISO10646\"\n"
+        "STARTCHAR A\nENCODING 65\nDWIDTH 4 0\nBBX 3 2 0 0\nBITMAP\nA0\n40\nENDCHAR\n"
+        "STARTCHAR eacute\nENCODING 233\nDWIDTH 3 0\nBBX 2 1 -1 -1\nBITMAP\nC0\nENDCHAR\n"
+        "STARTCHAR far\nENCODING 20013\nDWIDTH 3 0\nBBX 0 0 0 0\nBITMAP\nENDCHAR\n"
+        "STARTCHAR .notdef\nENCODING -1\nDWIDTH 2 0\nBBX 1 4 0 -1\nBITMAP\n80\n80\n80\n80\nENDCHAR\nENDFONT\n");
     const Bytes data = compile("NFNT:\n  1: {bdf: f.bdf, leading: 2}\n");
     const Block b(data);
     EXPECT_EQ(b.s16(2), 65);
@@ -314,14 +339,19 @@ TEST_F(Sources, WavFilesBecomeUnsignedSamples)
             for (int i = 0; i < bytes; ++i)
                 out += static_cast<char>(value >> 8 * i);
         };
-        little(16, 4), little(1, 2), little(unsigned(channels), 2), little(22050, 4), little(0, 4), little(0, 2), little(unsigned(bits), 2);
+        little(16, 4), little(1, 2), little(unsigned(channels), 2), little(22050, 4), little(0, 4), little(0, 2),
+            little(unsigned(bits), 2);
         out += "junk";
         little(3, 4);
         out += std::string("abc\0", 4) + "data";
         little(unsigned(samples.size()), 4);
         return out + samples;
     };
-    const struct { int channels, bits; std::string in; const char* samples; } kCases[] = {
+    const struct {
+        int channels, bits;
+        std::string in;
+        const char* samples;
+    } kCases[] = {
         {1, 8, std::string("\x00\x80\xFF", 3), "0080 ff"},
         {1, 16, std::string("\x00\x80\x00\x00\xFF\x7F\x80\x00\x7F\x00", 10), "0080 ff81 80"},
         {2, 16, std::string("\x00\x40\x00\xC0\x00\x40\x00\x40", 8), "80c0"},

@@ -55,8 +55,8 @@ std::string endOf(Visit& game, std::function<void()> last, const std::string& wo
 TEST(Alerts, EveryDiskErrorHasItsSentence)
 {
     Visit game(Visit::From::road);
-    for (const OSErr error : {dskFulErr, nsvErr, ioErr, bdNamErr, eofErr, tmfoErr, fnfErr, wPrErr, fLckdErr, dupFNErr, opWrErr,
-             permErr, dirNFErr}) {
+    for (const OSErr error : {dskFulErr, nsvErr, ioErr, bdNamErr, eofErr, tmfoErr, fnfErr, wPrErr, fLckdErr, dupFNErr,
+             opWrErr, permErr, dirNFErr}) {
         Str255 sentence{0};
         EXPECT_TRUE(ErrorMessage(error, sentence)) << error;
         game.inGame([error] { DiskError(error, false); });
@@ -72,21 +72,27 @@ TEST(Alerts, AFatalOneSaysWhatFailedAndEndsTheGame)
 {
     for (const auto& [error, headline] : {std::pair{resNotFound, 2}, std::pair{memFullErr, 3}}) {
         Visit game(Visit::From::start);
-        const std::string printed = endOf(game, [error = error] { Fatal(error, "GetNewWindow"); }, string(ListString(1001, headline)));
+        const std::string printed = endOf(
+            game, [error = error] { Fatal(error, "GetNewWindow"); }, string(ListString(1001, headline)));
         EXPECT_EQ(printed, "wainroad: error " + std::to_string(error) + " in GetNewWindow\n");
     }
     Visit game(Visit::From::start);
-    EXPECT_EQ(endOf(game, [] { DiskError(dskFulErr, true); }, string(ListString(1000, 14))), "wainroad: The disk is full.\n");
+    EXPECT_EQ(endOf(
+                  game, [] { DiskError(dskFulErr, true); }, string(ListString(1000, 14))),
+        "wainroad: The disk is full.\n");
     Visit other(Visit::From::start);
-    EXPECT_EQ(endOf(other, [] { DiskError(-9999, false); }, "-9999"), "wainroad: error -9999 in DiskError\n");
+    EXPECT_EQ(endOf(
+                  other, [] { DiskError(-9999, false); }, "-9999"),
+        "wainroad: error -9999 in DiskError\n");
 }
 
 TEST(Alerts, TheNotesOfTheFrameFit)
 {
     constexpr Int kTexts = 3000, kPasswordTexts = 3003;
     Visit game(Visit::From::road);
-    for (const auto& [list, index] : {std::pair{kTexts, Int{1}}, {kTexts, Int{11}}, {kTexts, Int{12}}, {kTexts, Int{13}},
-             {kTexts, Int{17}}, {kPasswordTexts, Int{1}}, {kPasswordTexts, Int{2}}, {Int{1001}, Int{4}}, {Int{1001}, Int{5}}}) {
+    for (const auto& [list, index] :
+        {std::pair{kTexts, Int{1}}, {kTexts, Int{11}}, {kTexts, Int{12}}, {kTexts, Int{13}}, {kTexts, Int{17}},
+            {kPasswordTexts, Int{1}}, {kPasswordTexts, Int{2}}, {Int{1001}, Int{4}}, {Int{1001}, Int{5}}}) {
         const Str255 text = ListString(list, index);
         ASSERT_GT(text.size(), 1U) << list << ", " << index;
         game.inGame([&] { ShowNote(text); });

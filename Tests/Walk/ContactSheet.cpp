@@ -54,12 +54,14 @@ bool ContactSheet::write(const std::string& path) const
     Int width = 0, height = 0;
     for (const Frame& picture : pictures_)
         width = std::max(width, picture.width), height = std::max(height, picture.height);
-    const Int count = I(pictures_.size()), columns = std::min(count, kColumns), rows = (count + kColumns - 1) / kColumns;
+    const Int count = I(pictures_.size()), columns = std::min(count, kColumns),
+              rows = (count + kColumns - 1) / kColumns;
     if (count == 0)
         return false;
     Frame sheet = blank(rows * (height + kGap) + kGap, columns * (width + kGap) + kGap);
     for (Int i = 0; i < count; ++i)
-        paint(pictures_[static_cast<std::size_t>(i)], sheet, kGap + i / kColumns * (height + kGap), kGap + i % kColumns * (width + kGap));
+        paint(pictures_[static_cast<std::size_t>(i)], sheet, kGap + i / kColumns * (height + kGap),
+            kGap + i % kColumns * (width + kGap));
     return writePicture(sheet, path);
 }
 

@@ -129,21 +129,14 @@ const struct {
     Int first, last;
     const char* words; // a pattern
 } kNeeded[] = {
-    {"WIND", 1000, 1000, "-192 in GetNewWindow"},
-    {"MBAR", 1000, 1000, "-192 in GetNewMBar"},
-    {"DLOG", -3999, -3999, "-192 in SaveGameGetRes"},
-    {"DLOG", -4000, -4000, "-192 in LoadGameGetRes"},
-    {"DLOG", 2041, 2050, "-192 in OpenModalDialog"},
-    {"DITL", 2042, 2042, "0 in HSDialog\\(\\)"},
-    {"ALRT", 1001, 1001, "-192 in DiskError"},
-    {"ALRT", 2003, 2003, "-192 in GetAlert"},
-    {"ALRT", 2005, 2005, "-192 in NetworkAlert"},
-    {"ALRT", 2045, 2045, "-192 in GetAlert"},
-    {"Imag", -32768, 32767, "-192 in ImagToBitMap"},
-    {"PICT", 2050, 2052, "-192 in PictProc"},
-    {"CONF", 1000, 1000, "-192 in ConfCreate1"},
-    {"vers", 1, 1, "-192 in GetVersNumber"},
-    {"STR#", 1000, 1000, "-\\d+ in DiskError"}, // the error that there are no words for
+    {"WIND", 1000, 1000, "-192 in GetNewWindow"}, {"MBAR", 1000, 1000, "-192 in GetNewMBar"},
+    {"DLOG", -3999, -3999, "-192 in SaveGameGetRes"}, {"DLOG", -4000, -4000, "-192 in LoadGameGetRes"},
+    {"DLOG", 2041, 2050, "-192 in OpenModalDialog"}, {"DITL", 2042, 2042, "0 in HSDialog\\(\\)"},
+    {"ALRT", 1001, 1001, "-192 in DiskError"}, {"ALRT", 2003, 2003, "-192 in GetAlert"},
+    {"ALRT", 2005, 2005, "-192 in NetworkAlert"}, {"ALRT", 2045, 2045, "-192 in GetAlert"},
+    {"Imag", -32768, 32767, "-192 in ImagToBitMap"}, {"PICT", 2050, 2052, "-192 in PictProc"},
+    {"CONF", 1000, 1000, "-192 in ConfCreate1"}, {"vers", 1, 1, "-192 in GetVersNumber"},
+    {"STR#", 1000, 1000, "-\\d+ in DiskError"},  // the error that there are no words for
     {"STR#", 3000, 3000, "-192 in ConfigError"}, // the name of the configuration is missing
 };
 
@@ -171,7 +164,8 @@ struct Trial {
     std::string name() const { return nameOf(entry) + " for " + user->name; }
 };
 
-/// What is wrong with how the trial ended, "" for nothing. `said` is what was printed; status -1 is a game that runs on.
+/// What is wrong with how the trial ended, "" for nothing. `said` is what was printed; status -1 is a game that runs
+/// on.
 std::string faultOf(const Trial& trial, int status, const std::string& said)
 {
     const std::string user = trial.user->name;
@@ -221,11 +215,7 @@ int play(const Trial& trial)
 /// Plays trials in a process of its own, each between two lines, until it has done all or breaks down.
 class Batch {
 public:
-    explicit Batch(std::vector<Trial> trials)
-        : trials_(std::move(trials))
-    {
-        start();
-    }
+    explicit Batch(std::vector<Trial> trials) : trials_(std::move(trials)) { start(); }
 
     /// Looks how far it is. @return False once all are done.
     bool look()
@@ -247,7 +237,8 @@ public:
             child_.reset();
             return false;
         }
-        ADD_FAILURE() << trials_[broken].name() << ": " << (hangs ? "it hangs" : "it broke down with " + std::to_string(status)) << '\n'
+        ADD_FAILURE() << trials_[broken].name() << ": "
+                      << (hangs ? "it hangs" : "it broke down with " + std::to_string(status)) << '\n'
                       << output.substr(output.rfind("> begin"));
         first_ = broken + 1;
         child_.reset();
@@ -313,12 +304,13 @@ std::map<Entry, std::vector<const Stop*>> usersOfAll()
     return found;
 }
 
-/// Entries that nothing in the game asks for in these visits: definitions that the Toolbox has built in, cursors that only
-/// the host shows, spare names and strikes.
+/// Entries that nothing in the game asks for in these visits: definitions that the Toolbox has built in, cursors that
+/// only the host shows, spare names and strikes.
 bool isUnused(const Entry& entry)
 {
-    const std::set<Entry> kUnused{{os("ALRT"), 1000}, {os("ALRT"), 2040}, {os("CDEF"), 10}, {os("CURS"), 1}, {os("CURS"), 2},
-        {os("CURS"), 3}, {os("CURS"), 4}, {os("FOND"), 20}, {os("NFNT"), 2574}, {os("ICON"), 6033}, {os("ICON"), 6053}};
+    const std::set<Entry> kUnused{{os("ALRT"), 1000}, {os("ALRT"), 2040}, {os("CDEF"), 10}, {os("CURS"), 1},
+        {os("CURS"), 2}, {os("CURS"), 3}, {os("CURS"), 4}, {os("FOND"), 20}, {os("NFNT"), 2574}, {os("ICON"), 6033},
+        {os("ICON"), 6053}};
     return kUnused.contains(entry);
 }
 

@@ -213,15 +213,22 @@ const Stop kStops[] = {
     {"Introduction to the party", From::start, &IntroPanel, {}},
     {"Party", From::start, &PartyPanel2, {}},
     {"No name", From::start, &NoNamePanel, [](Visit& v) { v.open(PartyPanel2), v.player.click(PartyPanel2, 1); }},
-    {"Occupations", From::start, &OccupationsInfoPanel, [](Visit& v) { v.open(PartyPanel2), v.open(OccupationsInfoPanel); }},
+    {"Occupations", From::start, &OccupationsInfoPanel,
+        [](Visit& v) { v.open(PartyPanel2), v.open(OccupationsInfoPanel); }},
     {"Resume", From::start, &ResumePanel, resume},
     {"Store", From::store, &StorePanel, [](Visit&) {}},
     {"Store, filled", From::store, &StorePanel, [](Visit& v) { v.player.fillStore({}); }},
     {"Store: advice", From::store, &StoreHelpPanel, {}},
     {"Store: too dear", From::store, &CantAffordPanel, {}},
     {"Store: no oxen", From::store, &NeedOxenFoodPanel, {}},
-    {"Store: too many oxen", From::store, &TooManyPanel, [](Visit& v) { overStore(v, {21, 0, 0, 0, 0, 0, 100}); }},
-    {"Store: too many wheels", From::store, &TooManyPanel, [](Visit& v) { overStore(v, {4, 2, 2, 4, 0, 0, 100}); }},
+    {"Store: too many oxen", From::store, &TooManyPanel,
+        [](Visit& v) {
+            overStore(v, {21, 0, 0, 0, 0, 0, 100});
+        }},
+    {"Store: too many wheels", From::store, &TooManyPanel,
+        [](Visit& v) {
+            overStore(v, {4, 2, 2, 4, 0, 0, 100});
+        }},
     {"Month", From::store, &MonthPanel, {}},
     // The travel screen
     {"At the start", From::road, &StatusPanel, [](Visit&) {}},
@@ -243,11 +250,12 @@ const Stop kStops[] = {
     {"Talk to", From::road, &TalkToPanel, talkTo},
     {"Say", From::road, &SayPanel, [](Visit& v) { talkTo(v), v.player.click(TalkToPanel, 1); }},
     {"Trade", From::road, &TradeWantPanel, {}},
-    {"Trade: message", From::road, &TradeMessagePanel, [](Visit& v) {
-         v.open(TradeWantPanel);
-         v.player.type("0");
-         v.player.click(TradeWantPanel, 1);
-     }},
+    {"Trade: message", From::road, &TradeMessagePanel,
+        [](Visit& v) {
+            v.open(TradeWantPanel);
+            v.player.type("0");
+            v.player.click(TradeWantPanel, 1);
+        }},
     {"Trade: offer", From::road, &TradeOfferPanel, [](Visit& v) { withOffer(v, false); }},
     {"Trade: no offer", From::road, &TradeOfferPanel, [](Visit& v) { withOffer(v, true); }},
     {"Store on the road", From::road, &StorePanel, [](Visit& v) { v.player.click(LeftButtonsPanel, 6); }},
@@ -267,14 +275,16 @@ const Stop kStops[] = {
     {"No bullets", From::road, &NoBulletsPanel, {}},
     {"Severe weather", From::road, &SevereWeatherPanel, {}},
     {"Before the hunt", From::road, &HuntWaitPanel, [](Visit& v) { OpenPanel(HuntWaitPanel), v.run.advance(10); }},
-    {"Hunt", From::rolling, &HuntPanel, [](Visit& v) {
-         v.player.click(RightButtonsPanel, 6);
-         v.run.advance(900);
-     }},
-    {"After the hunt", From::road, &HuntResultPanel, [](Visit& v) {
-         gHuntShot = 1842, gHuntResult = gHuntCarried = 200, gHuntBullets = 20;
-         v.open(HuntResultPanel);
-     }},
+    {"Hunt", From::rolling, &HuntPanel,
+        [](Visit& v) {
+            v.player.click(RightButtonsPanel, 6);
+            v.run.advance(900);
+        }},
+    {"After the hunt", From::road, &HuntResultPanel,
+        [](Visit& v) {
+            gHuntShot = 1842, gHuntResult = gHuntCarried = 200, gHuntBullets = 20;
+            v.open(HuntResultPanel);
+        }},
     // Rivers and the raft
     {"River with a ferry", From::road, &RiverPanel, [](Visit& v) { atRiver(v, RiverPanel); }},
     {"River with a guide", From::road, &RiverPanel, [](Visit& v) { atRiver(v, RiverPanel, 11); }},
@@ -283,24 +293,27 @@ const Stop kStops[] = {
     {"River: ferry too dear", From::road, &NoFerryMoneyPanel, [](Visit& v) { atRiver(v, NoFerryMoneyPanel); }},
     {"River: guide too dear", From::road, &NoClothesPanel, [](Visit& v) { atRiver(v, NoClothesPanel); }},
     {"About rivers", From::road, &RiverInfoPanel, [](Visit& v) { atRiver(v, RiverInfoPanel); }},
-    {"Crossing", From::road, &CrossingPanel, [](Visit& v) {
-         atRiver(v, RiverPanel);
-         v.player.click(RiverPanel, 1);
-         v.run.advance(200);
-     }},
+    {"Crossing", From::road, &CrossingPanel,
+        [](Visit& v) {
+            atRiver(v, RiverPanel);
+            v.player.click(RiverPanel, 1);
+            v.run.advance(200);
+        }},
     {"Waiting to cross", From::road, &CrossWaitPanel, [](Visit& v) { wayfarers(v, 4), v.open(CrossWaitPanel); }},
     {"Crossed", From::road, &CrossingResultPanel, [](Visit& v) { afterCrossing(v, kCrossMud); }},
     {"Crossed with losses", From::road, &CrossingResultPanel, [](Visit& v) { afterCrossing(v, kCrossLosses2); }},
     {"Before the raft", From::road, &RaftIntroPanel, [](Visit& v) { OpenPanel(RaftIntroPanel), v.run.advance(10); }},
-    {"Raft", From::road, &RaftPanel, [](Visit& v) {
-         v.inGame(StartRaft);
-         v.run.advance(400);
-     }},
+    {"Raft", From::road, &RaftPanel,
+        [](Visit& v) {
+            v.inGame(StartRaft);
+            v.run.advance(400);
+        }},
     {"End of the raft", From::road, &ArrivingPanel, {}},
     // Ends
     {"Arrival", From::road, &ArrivalPanel, {}},
     {"Lost", From::road, &GameOverPanel, {}},
-    {"Score, entered", From::road, &ScorePanel, [](Visit& v) { WagonOf(gState, gMySlot).money = 6'000'000, v.open(ScorePanel); }},
+    {"Score, entered", From::road, &ScorePanel,
+        [](Visit& v) { WagonOf(gState, gMySlot).money = 6'000'000, v.open(ScorePanel); }},
     {"Score", From::road, &ScorePanel, [](Visit& v) { loseAll(WagonOf(gState, gMySlot)), v.open(ScorePanel); }},
     {"Score of the train, named", From::road, &TrainScorePanel, [](Visit& v) { trainAtTheEnd(v, 0, true); }},
     {"Score of the train, by another", From::road, &TrainScorePanel, [](Visit& v) { trainAtTheEnd(v, 1, true); }},
@@ -312,26 +325,33 @@ const Stop kStops[] = {
     {"Introduction 2", From::road, nullptr, [](Visit& v) { introduction(v, 2); }},
     {"Introduction 3", From::road, nullptr, [](Visit& v) { introduction(v, 3); }},
     {"About the management", From::road, nullptr, [](Visit& v) { choose(v, kManagementMenu, 1); }},
-    {"Lock", From::road, nullptr, [](Visit& v) {
-         choose(v, kManagementMenu, 2);
-         v.run.play("type open\nwait 0.2");
-     }},
-    {"Lock: wrong password", From::road, nullptr, [](Visit& v) {
-         choose(v, kManagementMenu, 2);
-         v.run.play("type wrong\nkey return\nwait 0.5");
-     }},
+    {"Lock", From::road, nullptr,
+        [](Visit& v) {
+            choose(v, kManagementMenu, 2);
+            v.run.play("type open\nwait 0.2");
+        }},
+    {"Lock: wrong password", From::road, nullptr,
+        [](Visit& v) {
+            choose(v, kManagementMenu, 2);
+            v.run.play("type wrong\nkey return\nwait 0.5");
+        }},
     {"Management of legends", From::road, nullptr, [](Visit& v) { manage(v, 4); }},
     {"Legends: restore?", From::road, nullptr, [](Visit& v) { manage(v, 4), v.clickDialog(6); }},
     {"Management of time", From::road, nullptr, [](Visit& v) { manage(v, 5); }},
-    {"Time: hunts", From::road, nullptr, [](Visit& v) { manage(v, 5), clickInDialog(v, {140, 150}); }},
+    {"Time: hunts", From::road, nullptr,
+        [](Visit& v) {
+            manage(v, 5), clickInDialog(v, {140, 150});
+        }},
     {"Management of the network", From::road, nullptr, [](Visit& v) { manage(v, 6); }},
-    {"Network: sure?", From::road, nullptr, [](Visit& v) { manage(v, 6), v.clickDialog(gOptions.mode == 0 ? 6 : 4), v.clickDialog(1); }},
+    {"Network: sure?", From::road, nullptr,
+        [](Visit& v) { manage(v, 6), v.clickDialog(gOptions.mode == 0 ? 6 : 4), v.clickDialog(1); }},
     {"Password", From::road, nullptr, [](Visit& v) { manage(v, 7); }},
-    {"Password: empty", From::road, nullptr, [](Visit& v) {
-         manage(v, 7);
-         v.run.play("type " + string(gOptions.password) + "\nwait 0.2");
-         v.clickDialog(1);
-     }},
+    {"Password: empty", From::road, nullptr,
+        [](Visit& v) {
+            manage(v, 7);
+            v.run.play("type " + string(gOptions.password) + "\nwait 0.2");
+            v.clickDialog(1);
+        }},
     // Alerts
     {"Disk full", From::road, nullptr, [](Visit& v) { v.inGame(TellDiskIsFull); }},
     {"Disk error", From::road, nullptr, [](Visit& v) { v.inGame([] { DiskError(dskFulErr, false); }); }},

@@ -13,8 +13,8 @@ namespace Harness {
 struct Stop {
     const char* name;
     Visit::From from;
-    const Wainroad::ViewProc* panel;         ///< that then shows; nil for a dialog, an alert or a menu
-    std::function<void(Visit&)> open;        ///< nothing: the panel is asked for
+    const Wainroad::ViewProc* panel;  ///< that then shows; nil for a dialog, an alert or a menu
+    std::function<void(Visit&)> open; ///< nothing: the panel is asked for
 };
 std::span<const Stop> stops();
 

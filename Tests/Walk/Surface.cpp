@@ -15,9 +15,10 @@ using namespace Wainroad;
 
 namespace {
 
-constexpr Int kRing = 4;                        // from a default button to the outside of its ring
-constexpr Int kButtonMargin = 8, kBoxMargin = 18; // beside the title of a push button, and of a check box or radio button
-constexpr Int kKeyTitleLeft = 47;                // of an icon button
+constexpr Int kRing = 4; // from a default button to the outside of its ring
+constexpr Int kButtonMargin = 8,
+              kBoxMargin = 18;    // beside the title of a push button, and of a check box or radio button
+constexpr Int kKeyTitleLeft = 47; // of an icon button
 
 // ---- What a text needs
 
@@ -28,8 +29,8 @@ Int lineHeight()
     return font.ascent + font.descent + font.leading;
 }
 
-/// Height and width of a text set in the current port's font between the edges of `r`. A word that is too wide for a line
-/// makes the width larger than that of `r`.
+/// Height and width of a text set in the current port's font between the edges of `r`. A word that is too wide for a
+/// line makes the width larger than that of `r`.
 Point wrappedSize(std::span<const std::uint8_t> text, const Rect& r)
 {
     TERec te(r, r, thePort);
@@ -189,7 +190,9 @@ bool standsOn(const Box& a, const Box& b)
 bool inkMeets(const Box& a, const Box& b)
 {
     const Rect both = a.ink.intersection(b.ink);
-    const auto black = [](const Box& box, Int h, Int v) { return box.drawn.baseAddr ? box.drawn.get(h, v) : box.ink.contains(h, v); };
+    const auto black = [](const Box& box, Int h, Int v) {
+        return box.drawn.baseAddr ? box.drawn.get(h, v) : box.ink.contains(h, v);
+    };
     for (Int v = both.top; v < both.bottom; ++v)
         for (Int h = both.left; h < both.right; ++h)
             if (black(a, h, v) && black(b, h, v))
@@ -254,7 +257,8 @@ Surface surfaceOf(const std::string& name, const DialogPtr& dialog)
             continue;
         const Rect ink = item.kind() == editText ? item.rect.insetBy(-kFieldFrame, -kFieldFrame) : item.rect;
         const bool text = item.kind() == statText, user = item.kind() == userItem;
-        surface.boxes.push_back({n, item.rect, ink, needsOf(item), {}, !item.disabled() && !text, user, user && item.disabled()});
+        surface.boxes.push_back(
+            {n, item.rect, ink, needsOf(item), {}, !item.disabled() && !text, user, user && item.disabled()});
     }
     return surface;
 }
@@ -268,7 +272,8 @@ std::vector<std::string> faultsOf(const Surface& surface)
         if (!holds(surface.room, box.ink))
             fault(named(box) + " lies outside " + surface.room.description() + ": " + box.ink.description());
         if (box.needs.v > box.r.height() || box.needs.h > box.r.width())
-            fault(named(box) + " cuts its text, which needs " + std::to_string(box.needs.v) + " by " + std::to_string(box.needs.h));
+            fault(named(box) + " cuts its text, which needs " + std::to_string(box.needs.v) + " by "
+                + std::to_string(box.needs.h));
         if (box.clicks && !isReachable(surface, box))
             fault(named(box) + " cannot be reached by the mouse");
         for (std::size_t j = i + 1; j < surface.boxes.size(); ++j)

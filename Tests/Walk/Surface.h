@@ -16,13 +16,13 @@ using MacToolbox::Rect;
 /// One item of a panel or a dialog, as it lies on the screen. Coordinates are the window's.
 struct Box {
     Int number = 0;
-    Rect r;              ///< where the mouse finds it
-    Rect ink;            ///< what it draws: `r` and what reaches beyond it
-    Point needs{0, 0};   ///< height and width of the text that stands in it
+    Rect r;                   ///< where the mouse finds it
+    Rect ink;                 ///< what it draws: `r` and what reaches beyond it
+    Point needs{0, 0};        ///< height and width of the text that stands in it
     MacToolbox::BitMap drawn; ///< its own black pixels, if it draws more than its text
-    bool clicks = false; ///< answers to the mouse
-    bool ground = false; ///< a picture or a drawing of its own: others may stand on it
-    bool through = false; ///< lets clicks through, as the ring round a default button does
+    bool clicks = false;      ///< answers to the mouse
+    bool ground = false;      ///< a picture or a drawing of its own: others may stand on it
+    bool through = false;     ///< lets clicks through, as the ring round a default button does
 };
 
 /// The items of a panel or a dialog, the last one on top.

@@ -57,7 +57,7 @@ std::vector<std::string> faultsIn(const Visit& game)
 std::vector<std::string> unseen(const std::set<std::pair<OSType, Int>>& seen)
 {
     const std::set<std::pair<OSType, Int>> kNotShown{
-        {os("ALRT"), 1000}, {os("ALRT"), 2040}, // stand beside the dialogs of their numbers
+        {os("ALRT"), 1000}, {os("ALRT"), 2040},   // stand beside the dialogs of their numbers
         {os("DLOG"), -4000}, {os("DLOG"), -3999}, // tell the place of the host's file panels
     };
     std::vector<std::string> missed;
@@ -151,14 +151,17 @@ const Variants kVariants[] = {
     {"store", &StorePanel, 18, [](Int n) { standAt(n - 1), myWagon().money = 999'999; }},
     {"rations", &SameRationsPanel, 3, [](Int n) { myWagon().rations = n; }},
     {"pace", &SamePacePanel, 3, [](Int n) { gState.pace = n; }},
-    {"river", &RiverPanel, 4, [](Int n) {
-         standAt(std::array<Int, 4>{0, 1, 8, 11}[static_cast<std::size_t>(n)]);
-         gState.riverDepth = 45, gState.riverWidth = 188;
-     }},
-    {"offer", &TradeOfferPanel, 8 * 12, [](Int n) { gWantItem = n % 8, gWantAmount = gWantItem == kTradeMoney ? 999'900 : 9999; }},
+    {"river", &RiverPanel, 4,
+        [](Int n) {
+            standAt(std::array<Int, 4>{0, 1, 8, 11}[static_cast<std::size_t>(n)]);
+            gState.riverDepth = 45, gState.riverWidth = 188;
+        }},
+    {"offer", &TradeOfferPanel, 8 * 12,
+        [](Int n) { gWantItem = n % 8, gWantAmount = gWantItem == kTradeMoney ? 999'900 : 9999; }},
     {"crossing", &CrossingResultPanel, 5, [](Int n) { gCrossLoss = {}, gCrossResult = n, gCrossMethod = kFerry; }},
     {"illness", &PartyPanel, 10, [](Int n) { myWagon().illness.fill(n); }},
-    {"score", &ScorePanel, 8, [](Int n) { myWagon().occupation = n, myWagon().supply.fill(2000), myWagon().money = 9'999'999; }},
+    {"score", &ScorePanel, 8,
+        [](Int n) { myWagon().occupation = n, myWagon().supply.fill(2000), myWagon().money = 9'999'999; }},
 };
 
 } // namespace
@@ -272,13 +275,19 @@ struct Planted {
 };
 const Planted kPlanted[] = {
     {"", {{kButton, {150, 180, 170, 250}, "OK"}, {kText, {10, 10, 60, 250}, "Some words"}}},
-    {"item 1 (t150 l180 b170 r250) overlaps item 2", {{kButton, {150, 180, 170, 250}, "OK"}, {kText, {130, 10, 155, 250}, "Some words"}}},
+    {"item 1 (t150 l180 b170 r250) overlaps item 2",
+        {{kButton, {150, 180, 170, 250}, "OK"}, {kText, {130, 10, 155, 250}, "Some words"}}},
     {"overlaps item 0", {{kButton, {150, 180, 170, 250}, "OK"}, {kText, {10, 10, 148, 250}, "Under the ring"}}},
-    {"item 2 (t10 l10 b30 r90) cuts its text", {{kButton, {150, 180, 170, 250}, "OK"}, {kText, {10, 10, 30, 90}, "Many words that need more than a line"}}},
-    {"item 2 (t10 l10 b40 r60) cuts its text", {{kButton, {150, 180, 170, 250}, "OK"}, {kText, {10, 10, 40, 60}, "Unbreakable"}}},
-    {"item 1 (t150 l220 b170 r250) cuts its text", {{kButton, {150, 220, 170, 250}, "Go ahead"}, {kText, {10, 10, 60, 200}, "Words"}}},
-    {"item 1 (t150 l180 b170 r250) cannot be reached", {{kButton, {150, 180, 170, 250}, "OK"}, {kClickable, {100, 100, 180, 255}, ""}}},
-    {"item 1 (t150 l180 b150 r250) cannot be reached", {{kButton, {150, 180, 150, 250}, "OK"}, {kText, {10, 10, 60, 200}, "Words"}}},
+    {"item 2 (t10 l10 b30 r90) cuts its text",
+        {{kButton, {150, 180, 170, 250}, "OK"}, {kText, {10, 10, 30, 90}, "Many words that need more than a line"}}},
+    {"item 2 (t10 l10 b40 r60) cuts its text",
+        {{kButton, {150, 180, 170, 250}, "OK"}, {kText, {10, 10, 40, 60}, "Unbreakable"}}},
+    {"item 1 (t150 l220 b170 r250) cuts its text",
+        {{kButton, {150, 220, 170, 250}, "Go ahead"}, {kText, {10, 10, 60, 200}, "Words"}}},
+    {"item 1 (t150 l180 b170 r250) cannot be reached",
+        {{kButton, {150, 180, 170, 250}, "OK"}, {kClickable, {100, 100, 180, 255}, ""}}},
+    {"item 1 (t150 l180 b150 r250) cannot be reached",
+        {{kButton, {150, 180, 150, 250}, "OK"}, {kText, {10, 10, 60, 200}, "Words"}}},
     {"lies outside", {{kButton, {150, 220, 170, 290}, "OK"}, {kText, {10, 10, 60, 200}, "Words"}}},
 };
 

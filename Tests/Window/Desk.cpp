@@ -54,9 +54,9 @@ Window findBelow(Display* display, Window top, const std::string& title)
         return 0;
     Window found = 0;
     for (unsigned i = 0; i < count && found == 0; ++i) {
-        XWindowAttributes attributes {};
-        const bool shows
-            = XGetWindowAttributes(display, children[i], &attributes) != 0 && attributes.map_state == IsViewable;
+        XWindowAttributes attributes{};
+        const bool shows =
+            XGetWindowAttributes(display, children[i], &attributes) != 0 && attributes.map_state == IsViewable;
         if (shows && property(display, children[i], "_NET_WM_NAME") == title && attributes.width > 1)
             found = children[i];
         else if (shows)
@@ -81,7 +81,7 @@ Desk::Desk()
 {
     startServer();
     XSetErrorHandler([](Display*, XErrorEvent*) { return 0; }); // a window may be gone when it is asked for
-    manager_.emplace(std::vector<std::string> {"openbox"}, environment());
+    manager_.emplace(std::vector<std::string>{"openbox"}, environment());
     if (!waitUntil(
             [this] { return !property(display_, DefaultRootWindow(display_), "_NET_SUPPORTING_WM_CHECK").empty(); }))
         throw std::runtime_error("openbox does not start: " + manager_->output());
@@ -95,8 +95,8 @@ void Desk::startServer()
     std::string words;
     for (int attempt = 0; attempt < 20 && !display_; ++attempt) {
         name_ = ":" + std::to_string(kFirst + (getpid() + attempt * 137) % kRange);
-        server_.emplace(std::vector<std::string> {"Xvfb", name_, "-screen", "0", "2560x1600x24", "-nolisten", "tcp"},
-            Program::Environment {});
+        server_.emplace(std::vector<std::string>{"Xvfb", name_, "-screen", "0", "2560x1600x24", "-nolisten", "tcp"},
+            Program::Environment{});
         waitUntil([this] { return !server_->running() || (display_ = XOpenDisplay(name_.c_str())) != nullptr; });
         words = server_->output();
     }
@@ -156,7 +156,7 @@ bool Desk::hasClipboard() const { return XGetSelectionOwner(display_, XInternAto
 
 Shot Desk::shot(Window window) const
 {
-    XWindowAttributes attributes {};
+    XWindowAttributes attributes{};
     Shot shot;
     if (!XGetWindowAttributes(display_, window, &attributes))
         return shot;

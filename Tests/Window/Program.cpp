@@ -55,7 +55,7 @@ Program::Program(const std::vector<std::string>& command, const Environment& env
     if (pipe2(ends, O_CLOEXEC) != 0)
         throw std::runtime_error("no pipe");
     pid_ = fork();
-    if (pid_ == 0) { // the test may have other threads: nothing but system calls from here on
+    if (pid_ == 0) {                      // the test may have other threads: nothing but system calls from here on
         prctl(PR_SET_PDEATHSIG, SIGKILL); // a test that is killed leaves nothing behind
         dup2(ends[1], 1);
         dup2(ends[1], 2);

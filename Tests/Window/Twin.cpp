@@ -27,11 +27,7 @@ GameRun::Setup withData(const std::string& data)
 
 } // namespace
 
-Twin::Twin(WindowedGame& game, const std::string& data)
-    : game_(game)
-    , run_(Wainroad_main, withData(data))
-{
-}
+Twin::Twin(WindowedGame& game, const std::string& data) : game_(game), run_(Wainroad_main, withData(data)) { }
 
 bool Twin::agree(const FramePtr& mask)
 {
@@ -65,8 +61,8 @@ Point Twin::place(const ViewProc& panel, Int item, Int inner)
     View* target = view ? GetItem(*view, item) : nullptr;
     if (target && inner != 0)
         target = GetItem(*target, inner);
-    return target ? Point {(target->r.top + target->r.bottom) / 2, (target->r.left + target->r.right) / 2}
-                  : Point {-1, -1};
+    return target ? Point{(target->r.top + target->r.bottom) / 2, (target->r.left + target->r.right) / 2}
+                  : Point{-1, -1};
 }
 
 FramePtr Twin::itemsOf(const ViewProc& panel, Int first, Int last)

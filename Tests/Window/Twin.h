@@ -41,7 +41,7 @@ public:
 private:
     WindowedGame& game_;
     GameRun run_;
-    PanelPlayer player_ {run_};
+    PanelPlayer player_{run_};
 };
 
 } // namespace Harness

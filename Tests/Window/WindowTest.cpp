@@ -62,7 +62,7 @@ TEST_F(Window, EnlargesTheFrameByWholeNumbersAndFillsTheScreenWithABorder)
     const Shot full = game.shot();
     EXPECT_EQ(full.width, 2560);
     EXPECT_EQ(full.height, 1600);
-    for (const auto& [x, y] : {std::pair {3, 100}, {2556, 800}, {1280, 1597}})
+    for (const auto& [x, y] : {std::pair{3, 100}, {2556, 800}, {1280, 1597}})
         EXPECT_TRUE(isBlack(full, x, y)) << "no border at " << x << ", " << y;
     desk().key("F11");
     EXPECT_TRUE(game.shows(letter, 2));
@@ -92,7 +92,7 @@ TEST_F(Window, EnlargesTheFrameByWholeNumbersAndFillsTheScreenWithABorder)
 
 TEST_F(Window, TakesItsPixelsFromTheDisplayWhereItsUnitsAreLarger)
 {
-    for (const auto& [ratio, factor] : {std::pair {"1.25", 3}, {"1.5", 3}, {"2", 4}}) {
+    for (const auto& [ratio, factor] : {std::pair{"1.25", 3}, {"1.5", 3}, {"2", 4}}) {
         SCOPED_TRACE(ratio);
         WindowedGame game(desk(), {{"QT_SCALE_FACTOR", ratio}});
         ASSERT_TRUE(game.comesUp(factor));
@@ -122,8 +122,8 @@ TEST_F(Window, AtTheTitleEveryWayOfClosingEndsTheGame)
 TEST_F(Window, FollowsAScript)
 {
     const std::string folder = desk().folder().path();
-    const std::string script
-        = desk().folder().write("the.script", "wait 4\nclick 45 285\nwait 2\nshot shot.png\nwait 600\n");
+    const std::string script =
+        desk().folder().write("the.script", "wait 4\nclick 45 285\nwait 2\nshot shot.png\nwait 600\n");
     WindowedGame game(desk(), {{"WR_SCRIPT", script}, {"WR_OUT", folder}});
     ASSERT_TRUE(game.comesUp());
     FramePtr shot;
@@ -167,7 +167,7 @@ TEST_F(Window, TheStartUpTuneIsHeardForItsLength)
 TEST_F(Window, SaysInOneLineWhatIsMissing)
 {
     const std::string folder = Platform::current().programFolder();
-    const Program::Environment bare {{"DISPLAY", std::nullopt}, {"WAYLAND_DISPLAY", std::nullopt},
+    const Program::Environment bare{{"DISPLAY", std::nullopt}, {"WAYLAND_DISPLAY", std::nullopt},
         {"QT_QPA_PLATFORM", std::nullopt}, {"WR_HEADLESS", std::nullopt}, {"WR_SCRIPT", std::nullopt}};
     const auto saysOneLine = [](Program& game, const std::string& word) {
         EXPECT_EQ(game.wait(60), 1);

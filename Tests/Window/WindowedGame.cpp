@@ -35,8 +35,7 @@ Program::Environment joined(Program::Environment environment, const Program::Env
 } // namespace
 
 WindowedGame::WindowedGame(const Desk& desk, const Program::Environment& more, const std::string& program)
-    : desk_(desk)
-    , program_({program.empty() ? programPath() : program}, joined(desk.environment(), more))
+    : desk_(desk), program_({program.empty() ? programPath() : program}, joined(desk.environment(), more))
 {
 }
 

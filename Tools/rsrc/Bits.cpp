@@ -8,7 +8,10 @@ namespace {
 
 constexpr png_uint_32 kLargestSide = 8192;
 
-std::string sizeText(Int height, Int width) { return std::to_string(width) + " wide and " + std::to_string(height) + " high"; }
+std::string sizeText(Int height, Int width)
+{
+    return std::to_string(width) + " wide and " + std::to_string(height) + " high";
+}
 
 } // namespace
 
@@ -91,7 +94,8 @@ Bits readBits(const Source& name, Int height, Int width)
 {
     PngImage image = readPng(name);
     if (image.black.height != height || image.black.width != width)
-        name.fail(name.path() + " is " + sizeText(image.black.height, image.black.width) + ", not " + sizeText(height, width));
+        name.fail(name.path() + " is " + sizeText(image.black.height, image.black.width) + ", not "
+            + sizeText(height, width));
     return std::move(image.black);
 }
 

@@ -13,7 +13,7 @@ struct Bits {
     Bytes rows;
 
     Bits() = default;
-    Bits(Int h, Int w) : height(h), width(w), rows(static_cast<std::size_t>(h * rowBytesOf(w))) {}
+    Bits(Int h, Int w) : height(h), width(w), rows(static_cast<std::size_t>(h * rowBytesOf(w))) { }
 
     static Int rowBytesOf(Int w) { return (w + 15) / 16 * 2; }
     Int rowBytes() const { return rowBytesOf(width); }

@@ -22,7 +22,8 @@ void Stock::add(const std::string& path, const Bytes& image, Findings& findings)
         Archive::Item item{std::move(entry.data), std::nullopt, path};
         const auto [at, fresh] = all_.items.emplace(std::pair(entry.type, entry.id), std::move(item));
         if (!fresh)
-            findings.fault(osString(entry.type).c_str(), entry.id, "stands in " + at->second.place + " and again in " + path);
+            findings.fault(
+                osString(entry.type).c_str(), entry.id, "stands in " + at->second.place + " and again in " + path);
     }
 }
 
@@ -71,7 +72,8 @@ void checkInventory(const Stock& stock, Findings& findings)
 Findings check(const Stock& stock)
 {
     Findings findings;
-    for (const auto room : {checkInventory, checkLayouts, checkMenus, checkTexts, checkImages, checkScripts, checkFonts, checkFit, checkSettings})
+    for (const auto room : {checkInventory, checkLayouts, checkMenus, checkTexts, checkImages, checkScripts, checkFonts,
+             checkFit, checkSettings})
         room(stock, findings);
     return findings;
 }

@@ -36,7 +36,8 @@ Int linesOf(const Bytes& text, const Face& face, Int width)
     std::size_t start = 0;
     while (start < text.size()) {
         std::size_t end = start, breakAt = start;
-        while (end < text.size() && text[end] != '\r' && face.width(std::span(text).subspan(start, end + 1 - start)) <= width) {
+        while (end < text.size() && text[end] != '\r'
+            && face.width(std::span(text).subspan(start, end + 1 - start)) <= width) {
             ++end;
             if (text[end - 1] == ' ')
                 breakAt = end;
@@ -51,13 +52,15 @@ Int linesOf(const Bytes& text, const Face& face, Int width)
     return lines;
 }
 
-void checkTextFits(const char* type, Int id, const std::string& what, const Bytes& text, const Rect& rect, const Face& face, Findings& findings)
+void checkTextFits(const char* type, Int id, const std::string& what, const Bytes& text, const Rect& rect,
+    const Face& face, Findings& findings)
 {
     if (face.lineHeight() <= 0)
         return;
     const Int lines = linesOf(text, face, rect.width()), room = rect.height() / face.lineHeight();
     if (lines > room)
-        findings.note(type, id, what + " has " + std::to_string(lines) + " lines; there is room for " + std::to_string(room));
+        findings.note(
+            type, id, what + " has " + std::to_string(lines) + " lines; there is room for " + std::to_string(room));
 }
 
 void checkItemTexts(Int id, const Bytes& data, const Face& texts, const Face& titles, Findings& findings)
@@ -93,7 +96,8 @@ void checkFit(const Stock& stock, Findings& findings)
     for (const Int id : stock.ids("WST#")) {
         const auto pages = guideStringsOf(*stock.find("WST#", id)).value_or(std::vector<Bytes>{});
         for (std::size_t i = 0; i < pages.size(); ++i)
-            checkTextFits("WST#", id, "page " + std::to_string(i + 1), pages[i], (*items)[kGuideText - 1].rect, face, findings);
+            checkTextFits(
+                "WST#", id, "page " + std::to_string(i + 1), pages[i], (*items)[kGuideText - 1].rect, face, findings);
     }
 }
 

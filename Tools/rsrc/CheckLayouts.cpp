@@ -30,7 +30,8 @@ bool allowed(char need, Int type)
     }
 }
 
-void checkItems(Int id, const std::vector<Item>& items, const char* needs, const char* placeholders, const Stock& stock, Findings& findings)
+void checkItems(Int id, const std::vector<Item>& items, const char* needs, const char* placeholders, const Stock& stock,
+    Findings& findings)
 {
     const std::size_t wanted = std::strlen(needs);
     if (items.size() < wanted)
@@ -46,7 +47,8 @@ void checkItems(Int id, const std::vector<Item>& items, const char* needs, const
         if (kind == 8 && item.type != 8 + kDisabled)
             fault("is static text that takes clicks");
         for (std::size_t at = 0; kind == 8 && at + 1 < item.data.size(); ++at)
-            if (const char digit = static_cast<char>(item.data[at + 1]); item.data[at] == '^' && digit >= '0' && digit <= '3' && !std::strchr(placeholders, digit))
+            if (const char digit = static_cast<char>(item.data[at + 1]);
+                item.data[at] == '^' && digit >= '0' && digit <= '3' && !std::strchr(placeholders, digit))
                 fault(std::string("holds ^") + digit + ", which nothing fills here");
         if (kind != 7 && kind != 32 && kind != 64)
             continue;
@@ -58,7 +60,8 @@ void checkItems(Int id, const std::vector<Item>& items, const char* needs, const
 
 bool liesIn(const Rect& r, Int height, Int width)
 {
-    return r.top >= 0 && r.left >= 0 && r.top <= r.bottom && r.left <= r.right && r.bottom <= height && r.right <= width;
+    return r.top >= 0 && r.left >= 0 && r.top <= r.bottom && r.left <= r.right && r.bottom <= height
+        && r.right <= width;
 }
 
 bool takesClicks(const Item& item) { return (item.type & kDisabled) == 0; }
@@ -71,11 +74,15 @@ bool sharePlace(Int id, std::size_t low, std::size_t high)
 
 void checkPlaces(const PanelNeeds& need, const std::vector<Item>& items, Int height, Int width, Findings& findings)
 {
-    const auto fault = [&](std::size_t i, const std::string& text) { findings.fault("DITL", need.id, itemText(i) + ' ' + text); };
+    const auto fault = [&](std::size_t i, const std::string& text) {
+        findings.fault("DITL", need.id, itemText(i) + ' ' + text);
+    };
     for (std::size_t i = 0; i < items.size(); ++i) {
         const Rect& r = items[i].rect;
         if (!liesIn(r, height, width))
-            fault(i, "does not lie in the panel, " + std::to_string(height) + " high and " + std::to_string(width) + " wide");
+            fault(i,
+                "does not lie in the panel, " + std::to_string(height) + " high and " + std::to_string(width)
+                    + " wide");
         for (std::size_t low = 0; low < i; ++low)
             if (takesClicks(items[low]) && r.intersects(items[low].rect) && !sharePlace(need.id, low, i))
                 fault(i, "lies over " + itemText(low) + ", which takes clicks");
@@ -87,7 +94,8 @@ void checkPlaces(const PanelNeeds& need, const std::vector<Item>& items, Int hei
         if (!liesIn(ring, height, width))
             findings.note("DITL", need.id, "the ring of the default button leaves the panel");
         for (std::size_t i = 0; i < items.size(); ++i)
-            if (I(i) != need.ringed - 1 && takesClicks(items[i]) && (items[i].type & ~kDisabled) != 0 && ring.intersects(items[i].rect))
+            if (I(i) != need.ringed - 1 && takesClicks(items[i]) && (items[i].type & ~kDisabled) != 0
+                && ring.intersects(items[i].rect))
                 findings.note("DITL", need.id, "the ring of the default button touches " + itemText(i));
     }
 }
@@ -134,14 +142,18 @@ void checkPanel(const PanelNeeds& need, const Stock& stock, Findings& findings)
 /// Items whose place the code relies on.
 void checkFixedPlaces(const Stock& stock, Findings& findings)
 {
-    constexpr struct { Int id, item; Rect rect; } kPlaces[] = {{5000, 1, {0, 0, 304, 52}}, {5100, 1, {0, 0, 77, 262}},
-        {5200, 1, {0, 0, 119, 262}}, {5300, 1, {0, 0, 155, 262}}, {5310, 1, {0, 0, 155, 262}}, {5600, 1, {0, 0, 251, 119}},
-        {5800, 1, {0, 0, 304, 52}}, {6020, 1, {0, 0, 199, 262}}, {9000, 1, {0, 0, 304, 494}}, {9160, 3, {25, 0, 304, 494}},
-        {9200, 1, {0, 0, 304, 494}}};
+    constexpr struct {
+        Int id, item;
+        Rect rect;
+    } kPlaces[] = {{5000, 1, {0, 0, 304, 52}}, {5100, 1, {0, 0, 77, 262}}, {5200, 1, {0, 0, 119, 262}},
+        {5300, 1, {0, 0, 155, 262}}, {5310, 1, {0, 0, 155, 262}}, {5600, 1, {0, 0, 251, 119}},
+        {5800, 1, {0, 0, 304, 52}}, {6020, 1, {0, 0, 199, 262}}, {9000, 1, {0, 0, 304, 494}},
+        {9160, 3, {25, 0, 304, 494}}, {9200, 1, {0, 0, 304, 494}}};
     for (const auto& place : kPlaces) {
         const Bytes* data = stock.find("DITL", place.id);
         const auto items = data ? itemsOf(*data) : std::nullopt;
-        if (items && I(items->size()) >= place.item && (*items)[static_cast<std::size_t>(place.item - 1)].rect != place.rect)
+        if (items && I(items->size()) >= place.item
+            && (*items)[static_cast<std::size_t>(place.item - 1)].rect != place.rect)
             findings.fault("DITL", place.id, "item " + std::to_string(place.item) + " has to be " + shown(place.rect));
     }
     const Bytes* store = stock.find("DITL", 9030);
@@ -213,11 +225,14 @@ void checkWindow(const Stock& stock, Findings& findings)
 
 void checkControls(const Stock& stock, Findings& findings)
 {
-    constexpr struct { Int id, item, procID; } kControls[] = {{5000, 5, 160}, {5800, 5, 160}, {5500, 2, 16}, {6020, 2, 128}, {6020, 6, 224}};
+    constexpr struct {
+        Int id, item, procID;
+    } kControls[] = {{5000, 5, 160}, {5800, 5, 160}, {5500, 2, 16}, {6020, 2, 128}, {6020, 6, 224}};
     for (const auto& want : kControls) {
         const Bytes* data = stock.find("DITL", want.id);
         const auto items = data ? itemsOf(*data) : std::nullopt;
-        if (!items || I(items->size()) < want.item || (*items)[static_cast<std::size_t>(want.item - 1)].data.size() != 2)
+        if (!items || I(items->size()) < want.item
+            || (*items)[static_cast<std::size_t>(want.item - 1)].data.size() != 2)
             continue;
         const Int control = Block((*items)[static_cast<std::size_t>(want.item - 1)].data).s16(0);
         const Bytes* form = stock.find("CNTL", control);

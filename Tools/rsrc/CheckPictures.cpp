@@ -8,15 +8,21 @@ namespace Rsrc {
 
 namespace {
 
-std::string sizeText(const Frame& frame) { return std::to_string(frame.bits.height) + " high and " + std::to_string(frame.bits.width) + " wide"; }
+std::string sizeText(const Frame& frame)
+{
+    return std::to_string(frame.bits.height) + " high and " + std::to_string(frame.bits.width) + " wide";
+}
 
 void checkFrames(const FrameNeeds& need, const std::vector<Frame>& frames, Findings& findings)
 {
     for (Int n = need.first; n <= std::min(need.last, I(frames.size()) - 1); ++n) {
         const Frame& frame = frames[static_cast<std::size_t>(n)];
         const Bits& bits = frame.bits;
-        const auto fault = [&](const std::string& text) { findings.fault("Imag", need.id, "frame " + std::to_string(n) + ' ' + text); };
-        if (bits.height < need.leastHeight || bits.height > need.mostHeight || bits.width < need.leastWidth || bits.width > need.mostWidth)
+        const auto fault = [&](const std::string& text) {
+            findings.fault("Imag", need.id, "frame " + std::to_string(n) + ' ' + text);
+        };
+        if (bits.height < need.leastHeight || bits.height > need.mostHeight || bits.width < need.leastWidth
+            || bits.width > need.mostWidth)
             fault("is " + sizeText(frame) + ", out of its bounds");
         const Frame& first = frames[static_cast<std::size_t>(need.first)];
         if (need.same && (bits.height != first.bits.height || bits.width != first.bits.width))
@@ -24,7 +30,9 @@ void checkFrames(const FrameNeeds& need, const std::vector<Frame>& frames, Findi
         const bool mayMove = need.id == 9200 && n >= 6;
         if (frame.origin != Point{} && !mayMove)
             fault("does not begin at (0, 0)");
-        if (mayMove && (frame.origin.v < 0 || frame.origin.h < 0 || frame.origin.v + bits.height > 32 || frame.origin.h + bits.width > 65))
+        if (mayMove
+            && (frame.origin.v < 0 || frame.origin.h < 0 || frame.origin.v + bits.height > 32
+                || frame.origin.h + bits.width > 65))
             fault("does not lie in the 32 by 65 of the nearest rock");
     }
 }
@@ -40,7 +48,8 @@ void checkPeriod(const std::vector<Frame>& frames, Int number, Findings& finding
     for (Int v = 0; v < bits.height; ++v)
         for (Int h = 0; h + period < bits.width; ++h)
             if (bits.black(v, h) != bits.black(v, h + period))
-                return findings.note("Imag", 5100, "frame " + std::to_string(number) + " does not repeat after " + std::to_string(period) + " pixels");
+                return findings.note("Imag", 5100,
+                    "frame " + std::to_string(number) + " does not repeat after " + std::to_string(period) + " pixels");
     if (number == 2 && period % 6 != 0)
         findings.note("Imag", 5100, "the width of frame 2 less 262 is no multiple of 6");
 }
@@ -59,7 +68,8 @@ void checkImages(const Stock& stock, Findings& findings)
             continue;
         }
         if (I(frames->size()) < need.frames)
-            findings.fault("Imag", need.id, std::to_string(frames->size()) + " frames, " + std::to_string(need.frames) + " are wanted");
+            findings.fault("Imag", need.id,
+                std::to_string(frames->size()) + " frames, " + std::to_string(need.frames) + " are wanted");
         for (std::size_t n = 0; n < frames->size(); ++n)
             if ((*frames)[n].rowBytes != (*frames)[n].bits.rowBytes())
                 findings.fault("Imag", need.id, "frame " + std::to_string(n) + " has rows of the wrong length");

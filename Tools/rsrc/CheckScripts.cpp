@@ -1,15 +1,14 @@
 #include "Tools/rsrc/Check.h"
 #include "Tools/rsrc/Forms.h"
 
-
 namespace Rsrc {
 
 namespace {
 
 constexpr Int kScripts = 13, kFirstMasked = 7, kMasked = -1, kImageFrames = 18;
-constexpr Int kMostRecords = 10000;  // in one frame, else a loop that never waits
-constexpr Int kMostFrames = 20000;   // of a scene, else it never ends
-constexpr Int kLeastFrames = 34;     // 100 ticks at 3 ticks a frame
+constexpr Int kMostRecords = 10000; // in one frame, else a loop that never waits
+constexpr Int kMostFrames = 20000;  // of a scene, else it never ends
+constexpr Int kLeastFrames = 34;    // 100 ticks at 3 ticks a frame
 
 /// One sprite that follows a script, as far as its end and its frames go.
 struct Runner {
@@ -84,9 +83,7 @@ private:
         case 8:
         case 9: visible = op == 9; return next();
         case 12: mode = argument(0); return next();
-        case 10:
-            flag = argument(0);
-            return next();
+        case 10: flag = argument(0); return next();
         case 11:
             if (isNew)
                 stepCount = stepTotal = 1;
@@ -106,7 +103,8 @@ private:
 };
 
 /// Runs the scripts of a scene together, front to back.
-void checkScene(const std::string& name, const std::vector<Int>& order, const std::vector<Bytes>& scripts, Findings& findings)
+void checkScene(
+    const std::string& name, const std::vector<Int>& order, const std::vector<Bytes>& scripts, Findings& findings)
 {
     std::vector<Runner> runners;
     for (const Int n : order) {
@@ -138,7 +136,8 @@ void checkScene(const std::string& name, const std::vector<Int>& order, const st
     if (last < kLeastFrames)
         findings.fault("Scpt", 5310, name + " lasts " + std::to_string(last) + " frames, fewer than 34");
     if (first != last)
-        findings.note("Scpt", 5310, name + ": the sprites leave between frame " + std::to_string(first) + " and " + std::to_string(last));
+        findings.note("Scpt", 5310,
+            name + ": the sprites leave between frame " + std::to_string(first) + " and " + std::to_string(last));
 }
 
 } // namespace

@@ -60,8 +60,10 @@ void checkWidths(const Stock& stock, Findings& findings)
             continue;
         for (const Int index : numbersOf(need.indices))
             if (index <= I(texts->size()))
-                if (const Int width = strike->width((*texts)[static_cast<std::size_t>(index - 1)], need.bold); width > need.pixels)
-                    findings.fault("STR#", need.list, "index " + std::to_string(index) + " is " + std::to_string(width) + " pixels wide, at most "
+                if (const Int width = strike->width((*texts)[static_cast<std::size_t>(index - 1)], need.bold);
+                    width > need.pixels)
+                    findings.fault("STR#", need.list,
+                        "index " + std::to_string(index) + " is " + std::to_string(width) + " pixels wide, at most "
                             + std::to_string(need.pixels) + " fit");
     }
     const auto game = plainStrike(stock, kGameFamily, 12);
@@ -93,7 +95,9 @@ void checkTrail(const Stock& stock, Findings& findings)
         if (!data)
             return;
         if (I(data->size()) != 2 * kDots[static_cast<std::size_t>(n)])
-            findings.fault("HVof", 128 + n, std::to_string(data->size() / 2) + " dots, " + std::to_string(kDots[static_cast<std::size_t>(n)]) + " are wanted");
+            findings.fault("HVof", 128 + n,
+                std::to_string(data->size() / 2) + " dots, " + std::to_string(kDots[static_cast<std::size_t>(n)])
+                    + " are wanted");
         sections[static_cast<std::size_t>(n)] = *data;
     }
     // Both forks are walked both ways; the ways have to meet.
@@ -108,7 +112,8 @@ void checkTrail(const Stock& stock, Findings& findings)
                     if (dots++ > 0) // the first dot stands at the start
                         at = {at.v + b.s8(i + 1), at.h + b.s8(i)};
                     if (at.v < kPanel.top || at.v > kPanel.bottom || at.h < kPanel.left || at.h > kPanel.right)
-                        return findings.fault("HVof", 128 + section, "dot " + std::to_string(i / 2 + 1) + " leaves the map");
+                        return findings.fault(
+                            "HVof", 128 + section, "dot " + std::to_string(i / 2 + 1) + " leaves the map");
                 }
             }
             ends[firstFork][secondFork] = at;
@@ -129,7 +134,8 @@ void checkLegends(const Block& conf, Int at, Findings& findings)
     for (Int i = 0; i < count; ++i) {
         const Int points = conf.s32(at + 6 + 32 * i + 28);
         if (conf.u8(at + 6 + 32 * i) > 27 || points < 1 || points > before)
-            findings.fault("CONF", 1000, "legend " + std::to_string(i + 1) + " has a long name, no points, or more than the one above");
+            findings.fault("CONF", 1000,
+                "legend " + std::to_string(i + 1) + " has a long name, no points, or more than the one above");
         before = points;
     }
 }

@@ -65,7 +65,8 @@ void checkMenu(const MenuNeeds& need, const Menu& menu, const Stock& stock, Find
         fault("is disabled as a whole");
     const std::vector<Int> disabled = numbersOf(need.disabled);
     for (Int n = 1; n <= need.items; ++n) {
-        const bool enabled = menu.flags >> n & 1, wanted = std::find(disabled.begin(), disabled.end(), n) == disabled.end();
+        const bool enabled = menu.flags >> n & 1,
+                   wanted = std::find(disabled.begin(), disabled.end(), n) == disabled.end();
         if (enabled != wanted)
             fault("item " + std::to_string(n) + (wanted ? " has to be enabled" : " has to be disabled"));
     }
@@ -78,7 +79,8 @@ void checkMenu(const MenuNeeds& need, const Menu& menu, const Stock& stock, Find
         fault("item 7 has to have the key Q");
     if (need.id == 1003 && menu.items[1].mark != kCheckMark)
         fault("item 2 has to have the mark 18");
-    if (need.id == 1004 && (menu.items[1].text != textOf(stock, 1004, 1) || menu.items[5].text != textOf(stock, 1004, 4)))
+    if (need.id == 1004
+        && (menu.items[1].text != textOf(stock, 1004, 1) || menu.items[5].text != textOf(stock, 1004, 4)))
         fault("items 2 and 6 have to read as STR# 1004 index 1 and 4");
 }
 
@@ -88,7 +90,8 @@ void checkList(const ListNeeds& need, const Bytes& data, Findings& findings)
     if (!texts)
         return findings.fault("STR#", need.id, "is damaged");
     if (need.more ? I(texts->size()) < need.count : I(texts->size()) != need.count)
-        findings.fault("STR#", need.id, "has " + std::to_string(texts->size()) + " texts, not " + std::to_string(need.count));
+        findings.fault(
+            "STR#", need.id, "has " + std::to_string(texts->size()) + " texts, not " + std::to_string(need.count));
     for (const Int index : numbersOf(need.shown))
         if (index <= I(texts->size()) && (*texts)[static_cast<std::size_t>(index - 1)].empty())
             findings.fault("STR#", need.id, "index " + std::to_string(index) + " is empty, and a player may see it");
@@ -107,13 +110,16 @@ void checkWordings(const Stock& stock, Findings& findings)
     for (const Int index : {1, 2}) {
         const Bytes offer = textOf(stock, 2051, index);
         for (std::size_t at = 0; at + 1 < offer.size(); ++at)
-            if (offer[at] == '^' && (offer[at + 1] == '1' || offer[at + 1] == '3') && (at + 2 >= offer.size() || offer[at + 2] != ' '))
+            if (offer[at] == '^' && (offer[at + 1] == '1' || offer[at + 1] == '3')
+                && (at + 2 >= offer.size() || offer[at + 2] != ' '))
                 fault(2051, index, "has to have a blank behind ^1 and ^3");
     }
     for (Int index = 1; index <= 13; ++index) {
         const Bytes text = textOf(stock, 1000, index);
         const std::size_t comma = view(text).find(',');
-        if (!text.empty() && (comma == std::string_view::npos || comma == 0 || view(text).substr(0, comma).find_first_not_of("-0123456789") != std::string_view::npos))
+        if (!text.empty()
+            && (comma == std::string_view::npos || comma == 0
+                || view(text).substr(0, comma).find_first_not_of("-0123456789") != std::string_view::npos))
             fault(1000, index, "has to be a number, a comma and a text");
     }
     const Bytes file = textOf(stock, 3000, 5);
@@ -123,7 +129,8 @@ void checkWordings(const Stock& stock, Findings& findings)
         if (textOf(stock, 3000, index).size() > 27)
             fault(3000, index, "has more than 27 characters");
     for (const Int index : {2, 3, 10, 13})
-        if (const Bytes place = textOf(stock, 3002, index); !place.empty() && view(place).find("the ") == std::string_view::npos)
+        if (const Bytes place = textOf(stock, 3002, index);
+            !place.empty() && view(place).find("the ") == std::string_view::npos)
             fault(3002, index, "has to hold \"the \"");
     if (const Bytes separator = textOf(stock, 1500, 8); separator == Bytes{','})
         fault(1500, 8, "has to be more than a comma");
@@ -147,7 +154,8 @@ void checkWordings(const Stock& stock, Findings& findings)
         fault(1522, 25, "must hold no placeholder");
     for (const Int list : {1501, 1502, 1503, 1505, 1522, 1523, 1525})
         for (Int index = 1; index <= 43; ++index)
-            if (const Bytes line = textOf(stock, list, index); !line.empty() && (line.back() == '.' || line.back() == 'z'))
+            if (const Bytes line = textOf(stock, list, index);
+                !line.empty() && (line.back() == '.' || line.back() == 'z'))
                 fault(list, index, "ends in a full stop or in \"z\"; the full stop is added behind A to y");
 }
 

@@ -16,10 +16,11 @@ using namespace MacToolbox;
 ///   . any
 struct PanelNeeds {
     Int id;
-    Int height, width;        ///< of the panel's content; 0 for a list within another
+    Int height, width; ///< of the panel's content; 0 for a list within another
     const char* items;
-    const char* pushButtons;  ///< the items of type 4, all of them, as the key tables count them; "-" if none are counted
-    Int ringed;               ///< the push button with a ring round it, or 0
+    const char*
+        pushButtons; ///< the items of type 4, all of them, as the key tables count them; "-" if none are counted
+    Int ringed;      ///< the push button with a ring round it, or 0
     const char* placeholders; ///< the digits of the ^n that a text may hold
 };
 std::span<const PanelNeeds> panelNeeds();
@@ -35,8 +36,8 @@ std::span<const DialogNeeds> dialogNeeds();
 struct ListNeeds {
     Int id;
     Int count;
-    bool more;          ///< more are welcome
-    const char* shown;  ///< indices that a player may see: "2-5 10"
+    bool more;         ///< more are welcome
+    const char* shown; ///< indices that a player may see: "2-5 10"
 };
 std::span<const ListNeeds> listNeeds();
 

@@ -110,7 +110,8 @@ private:
             else if (word == "BBX")
                 glyph.width = number(), glyph.height = number(), glyph.left = number(), glyph.bottom = number();
         }
-        if (glyph.width < 0 || glyph.height < 0 || glyph.width > 255 || glyph.height > 255 || glyph.advance < 0 || glyph.advance > 254)
+        if (glyph.width < 0 || glyph.height < 0 || glyph.width > 255 || glyph.height > 255 || glyph.advance < 0
+            || glyph.advance > 254)
             fail("the size of " + glyphName + " is not possible");
         glyph.bits = Bits(glyph.height, glyph.width);
         for (Int v = 0; v < glyph.height; ++v)
@@ -129,7 +130,10 @@ private:
             fail("a row of the glyph is missing or short");
         for (Int h = 0; h < I(hex.size()) * 4; ++h) {
             const char c = hex[static_cast<std::size_t>(h / 4)];
-            const int digit = c >= '0' && c <= '9' ? c - '0' : c >= 'A' && c <= 'F' ? c - 'A' + 10 : c >= 'a' && c <= 'f' ? c - 'a' + 10 : -1;
+            const int digit = c >= '0' && c <= '9' ? c - '0'
+                : c >= 'A' && c <= 'F'             ? c - 'A' + 10
+                : c >= 'a' && c <= 'f'             ? c - 'a' + 10
+                                                   : -1;
             if (digit < 0)
                 fail("a row is hexadecimal");
             if ((digit >> (3 - h % 4) & 1) == 0)
@@ -153,7 +157,8 @@ Bytes compileStrike(const Source& entry, Int)
     entry.allow({"bdf", "ascent", "descent", "leading"});
     const Source name = entry.at("bdf");
     const BdfFont font = BdfReader(name).read();
-    const Int ascent = entry.number("ascent", 0, 127, font.ascent), descent = entry.number("descent", 0, 127, font.descent);
+    const Int ascent = entry.number("ascent", 0, 127, font.ascent),
+              descent = entry.number("descent", 0, 127, font.descent);
     const Int height = ascent + descent;
     const auto firstReal = font.glyphs.lower_bound(0);
     if (firstReal == font.glyphs.end())
@@ -191,8 +196,8 @@ Bytes compileStrike(const Source& entry, Int)
         name.fail("the glyphs are too wide together");
     ByteWriter out;
     out.u16(0x9000);
-    for (const Int field : {first, last, widest, kern, tableWords > 0xFFFF ? tableWords >> 16 : -descent, widestImage, height,
-             tableWords & 0xFFFF, ascent, descent, entry.number("leading", 0, 127, 0), strip.rowBytes() / 2})
+    for (const Int field : {first, last, widest, kern, tableWords > 0xFFFF ? tableWords >> 16 : -descent, widestImage,
+             height, tableWords & 0xFFFF, ascent, descent, entry.number("leading", 0, 127, 0), strip.rowBytes() / 2})
         out.u16(field);
     out.raw(strip.rows);
     out.raw(locations.bytes);
@@ -216,8 +221,9 @@ std::optional<std::string> showStrike(Int id, const Bytes& data)
     const auto strike = strikeOf(data);
     if (!strike)
         return std::nullopt;
-    return " {bdf: NFNT" + std::to_string(id) + ".bdf, ascent: " + std::to_string(strike->ascent) + ", descent: " + std::to_string(strike->descent)
-        + ", leading: " + std::to_string(strike->leading) + "} # codes " + std::to_string(strike->first) + " to " + std::to_string(strike->last);
+    return " {bdf: NFNT" + std::to_string(id) + ".bdf, ascent: " + std::to_string(strike->ascent)
+        + ", descent: " + std::to_string(strike->descent) + ", leading: " + std::to_string(strike->leading)
+        + "} # codes " + std::to_string(strike->first) + " to " + std::to_string(strike->last);
 }
 
 constexpr Int kFamilyHeader = 52;
@@ -265,7 +271,10 @@ Int Strike::width(std::span<const std::uint8_t> text, bool bold) const
     return sum;
 }
 
-bool Strike::has(Int code) const { return code >= first && code <= last && widths[static_cast<std::size_t>(code - first)] >= 0; }
+bool Strike::has(Int code) const
+{
+    return code >= first && code <= last && widths[static_cast<std::size_t>(code - first)] >= 0;
+}
 
 std::optional<Strike> strikeOf(const Bytes& data)
 {
@@ -298,7 +307,8 @@ std::vector<StrikeGlyph> strikeGlyphs(const Bytes& data)
     for (Int code = std::max<Int>(strike->first, 0); code <= std::min<Int>(strike->last, 255); ++code) {
         const Int at = 2 * (code - strike->first), left = b.u16(locations + at), right = b.u16(locations + at + 2);
         if (strike->has(code) && left <= right && right <= strip.width && (right - left) * height <= kLargestGlyph)
-            glyphs[static_cast<std::size_t>(code)] = {strip.part({0, left, height, right}), kern + b.u8(offsets + at), b.u8(offsets + at + 1)};
+            glyphs[static_cast<std::size_t>(code)] = {
+                strip.part({0, left, height, right}), kern + b.u8(offsets + at), b.u8(offsets + at + 1)};
     }
     return glyphs;
 }

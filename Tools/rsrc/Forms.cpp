@@ -10,7 +10,8 @@ const std::vector<Form>& forms()
 {
     static const std::vector<Form> all = [] {
         std::vector<Form> list;
-        for (const auto& room : {textForms(), layoutForms(), pictureForms(), imageForms(), scriptForms(), fontForms(), settingForms()})
+        for (const auto& room :
+            {textForms(), layoutForms(), pictureForms(), imageForms(), scriptForms(), fontForms(), settingForms()})
             list.insert(list.end(), room.begin(), room.end());
         return list;
     }();
@@ -63,7 +64,8 @@ std::string quoted(std::span<const std::uint8_t> roman)
 
 std::string shown(const Rect& r)
 {
-    return '[' + std::to_string(r.top) + ", " + std::to_string(r.left) + ", " + std::to_string(r.bottom) + ", " + std::to_string(r.right) + ']';
+    return '[' + std::to_string(r.top) + ", " + std::to_string(r.left) + ", " + std::to_string(r.bottom) + ", "
+        + std::to_string(r.right) + ']';
 }
 
 std::string hexText(std::span<const std::uint8_t> bytes)

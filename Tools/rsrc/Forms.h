@@ -13,8 +13,8 @@ struct Form {
     const char* type; ///< four characters
     /// The bytes of an entry. Throws `Fault`.
     Bytes (*compile)(const Source& entry, Int id);
-    /// The entry in the source form, to stand behind "id:". Damaged bytes give nothing. A picture is named as if `png` had
-    /// written it to "TYPE-id.png".
+    /// The entry in the source form, to stand behind "id:". Damaged bytes give nothing. A picture is named as if `png`
+    /// had written it to "TYPE-id.png".
     std::optional<std::string> (*show)(Int id, const Bytes& data);
     /// The picture of a resource, or nothing.
     std::optional<Bits> (*picture)(const Bytes& data) = nullptr;

@@ -23,7 +23,8 @@ void packColumn(ByteWriter& out, std::span<const std::uint8_t> column)
         while (at + run < column.size() && run < kLongestRun && column[at + run] == column[at])
             ++run;
         std::size_t pairs = 0;
-        while (at + 2 * pairs + 1 < column.size() && pairs < kMostPairs && column[at + 2 * pairs] == column[at] && column[at + 2 * pairs + 1] == column[at + 1])
+        while (at + 2 * pairs + 1 < column.size() && pairs < kMostPairs && column[at + 2 * pairs] == column[at]
+            && column[at + 2 * pairs + 1] == column[at + 1])
             ++pairs;
         if (run >= 3 || (run == column.size() - at && run == 2)) {
             flush(at);
@@ -114,14 +115,16 @@ Bytes compileFrame(const Source& source)
     if (const auto crop = source.find("crop")) {
         const Rect r = crop->rect();
         if (r.intersection({0, 0, bits.height, bits.width}) != r || r.isEmpty())
-            crop->fail("the part does not lie in the picture, " + std::to_string(bits.height) + " high and " + std::to_string(bits.width) + " wide");
+            crop->fail("the part does not lie in the picture, " + std::to_string(bits.height) + " high and "
+                + std::to_string(bits.width) + " wide");
         bits = bits.part(r);
     }
     if (source.flag("mirror", false))
         bits = bits.mirrored();
     if (const auto wanted = source.find("size"))
         if (size(*wanted) != Point{bits.height, bits.width})
-            wanted->fail("the frame is " + std::to_string(bits.height) + " high and " + std::to_string(bits.width) + " wide");
+            wanted->fail(
+                "the frame is " + std::to_string(bits.height) + " high and " + std::to_string(bits.width) + " wide");
     return frameRecord(bits, source.find("origin") ? source.at("origin").point() : Point{});
 }
 
@@ -179,7 +182,8 @@ std::optional<std::string> showImage(Int id, const Bytes& data)
         if (bits == Bits(bits.height, bits.width))
             out += "{blank: [" + std::to_string(bits.height) + ", " + std::to_string(bits.width) + ']';
         else
-            out += "{png: Imag" + std::to_string(id) + ".png, crop: " + shown(Rect{top, 0, top + bits.height, bits.width});
+            out +=
+                "{png: Imag" + std::to_string(id) + ".png, crop: " + shown(Rect{top, 0, top + bits.height, bits.width});
         if (frame.origin != Point{})
             out += ", origin: [" + std::to_string(frame.origin.v) + ", " + std::to_string(frame.origin.h) + ']';
         out += '}';

@@ -14,9 +14,10 @@ struct Kind {
     Holds holds;
     bool disabled; ///< unless the source says otherwise
 };
-constexpr Kind kKinds[] = {{"button", 4, Holds::Text, false}, {"check", 5, Holds::Text, false}, {"radio", 6, Holds::Text, false},
-    {"control", 7, Holds::Number, false}, {"text", 8, Holds::Text, true}, {"edit", 16, Holds::Text, false},
-    {"icon", 32, Holds::Number, true}, {"picture", 64, Holds::Number, true}, {"user", 0, Holds::Nothing, false}};
+constexpr Kind kKinds[] = {{"button", 4, Holds::Text, false}, {"check", 5, Holds::Text, false},
+    {"radio", 6, Holds::Text, false}, {"control", 7, Holds::Number, false}, {"text", 8, Holds::Text, true},
+    {"edit", 16, Holds::Text, false}, {"icon", 32, Holds::Number, true}, {"picture", 64, Holds::Number, true},
+    {"user", 0, Holds::Nothing, false}};
 
 void put(ByteWriter& out, const Rect& r)
 {
@@ -40,7 +41,10 @@ Bytes hexBytes(const Source& source)
     for (const char c : text) {
         if (c == ' ' || c == '\n')
             continue;
-        const int digit = c >= '0' && c <= '9' ? c - '0' : c >= 'a' && c <= 'f' ? c - 'a' + 10 : c >= 'A' && c <= 'F' ? c - 'A' + 10 : -1;
+        const int digit = c >= '0' && c <= '9' ? c - '0'
+            : c >= 'a' && c <= 'f'             ? c - 'a' + 10
+            : c >= 'A' && c <= 'F'             ? c - 'A' + 10
+                                               : -1;
         if (digit < 0)
             source.fail(std::string("\"") + c + "\" is no hexadecimal digit");
         value = value << 4 | digit;
@@ -72,7 +76,8 @@ const Kind* kindOf(const Source& item)
 
 Item compileItem(const Source& source)
 {
-    source.allow({"button", "check", "radio", "control", "text", "edit", "icon", "picture", "user", "type", "hex", "rect", "disabled"});
+    source.allow({"button", "check", "radio", "control", "text", "edit", "icon", "picture", "user", "type", "hex",
+        "rect", "disabled"});
     Item item;
     item.rect = source.at("rect").rect();
     if (item.rect.bottom < item.rect.top || item.rect.right < item.rect.left)
@@ -120,7 +125,8 @@ std::string showItem(const Item& item)
     const std::string rect = ", rect: " + shown(item.rect) + '}';
     for (const Kind& kind : kKinds) {
         if ((item.type & ~kNoClicks) != kind.code || (kind.holds == Holds::Number && item.data.size() != 2)
-            || (kind.holds == Holds::Nothing && !item.data.empty()) || (kind.holds == Holds::Text && !isText(item.data)))
+            || (kind.holds == Holds::Nothing && !item.data.empty())
+            || (kind.holds == Holds::Text && !isText(item.data)))
             continue;
         std::string out = std::string("{") + kind.name + ": ";
         if (kind.holds == Holds::Text)
@@ -171,9 +177,9 @@ std::optional<std::string> showDialog(Int, const Bytes& data)
     if (data.size() < 21)
         return std::nullopt;
     const Block b(data);
-    return " {bounds: " + shown(b.rect(0)) + ", procID: " + std::to_string(b.s16(8)) + ", visible: " + flagText(b.u8(10))
-        + ", goAway: " + flagText(b.u8(12)) + ", refCon: " + std::to_string(b.s32(14)) + ", items: " + std::to_string(b.s16(18))
-        + ", title: " + quoted(std::span(data).subspan(21)) + '}';
+    return " {bounds: " + shown(b.rect(0)) + ", procID: " + std::to_string(b.s16(8)) + ", visible: "
+        + flagText(b.u8(10)) + ", goAway: " + flagText(b.u8(12)) + ", refCon: " + std::to_string(b.s32(14))
+        + ", items: " + std::to_string(b.s16(18)) + ", title: " + quoted(std::span(data).subspan(21)) + '}';
 }
 
 Bytes compileAlert(const Source& entry, Int)
@@ -191,7 +197,8 @@ std::optional<std::string> showAlert(Int, const Bytes& data)
     if (data.size() != 12)
         return std::nullopt;
     const Block b(data);
-    return " {bounds: " + shown(b.rect(0)) + ", items: " + std::to_string(b.s16(8)) + ", stages: " + std::to_string(b.u16(10)) + '}';
+    return " {bounds: " + shown(b.rect(0)) + ", items: " + std::to_string(b.s16(8))
+        + ", stages: " + std::to_string(b.u16(10)) + '}';
 }
 
 Bytes compileWindow(const Source& entry, Int)
@@ -212,9 +219,9 @@ std::optional<std::string> showWindow(Int, const Bytes& data)
     if (data.size() < 19)
         return std::nullopt;
     const Block b(data);
-    return " {bounds: " + shown(b.rect(0)) + ", procID: " + std::to_string(b.s16(8)) + ", visible: " + flagText(b.u16(10))
-        + ", goAway: " + flagText(b.u16(12)) + ", refCon: " + std::to_string(b.s32(14)) + ", title: "
-        + quoted(std::span(data).subspan(19)) + '}';
+    return " {bounds: " + shown(b.rect(0)) + ", procID: " + std::to_string(b.s16(8))
+        + ", visible: " + flagText(b.u16(10)) + ", goAway: " + flagText(b.u16(12))
+        + ", refCon: " + std::to_string(b.s32(14)) + ", title: " + quoted(std::span(data).subspan(19)) + '}';
 }
 
 Bytes compileControl(const Source& entry, Int)
@@ -239,9 +246,10 @@ std::optional<std::string> showControl(Int, const Bytes& data)
     if (data.size() < 23)
         return std::nullopt;
     const Block b(data);
-    return " {procID: " + std::to_string(b.s16(16)) + ", value: " + std::to_string(b.s16(8)) + ", min: " + std::to_string(b.s16(14))
-        + ", max: " + std::to_string(b.s16(12)) + ", visible: " + flagText(b.u8(10)) + ", refCon: " + std::to_string(b.s32(18))
-        + ", rect: " + shown(b.rect(0)) + ", title: " + quoted(std::span(data).subspan(23)) + '}';
+    return " {procID: " + std::to_string(b.s16(16)) + ", value: " + std::to_string(b.s16(8))
+        + ", min: " + std::to_string(b.s16(14)) + ", max: " + std::to_string(b.s16(12))
+        + ", visible: " + flagText(b.u8(10)) + ", refCon: " + std::to_string(b.s32(18)) + ", rect: " + shown(b.rect(0))
+        + ", title: " + quoted(std::span(data).subspan(23)) + '}';
 }
 
 struct MenuItem {
@@ -336,7 +344,8 @@ std::optional<std::string> showMenu(Int, const Bytes& data)
         if (length == 0)
             return number == 0 ? out + " {}" : out;
         ++number;
-        out += "\n      " + std::to_string(number) + ": " + showMenuItem(in, length, number > kItemsWithFlags || (flags >> number & 1));
+        out += "\n      " + std::to_string(number) + ": "
+            + showMenuItem(in, length, number > kItemsWithFlags || (flags >> number & 1));
     }
     return std::nullopt;
 }

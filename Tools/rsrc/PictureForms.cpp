@@ -38,7 +38,9 @@ Bytes compileCursor(const Source& entry, Int)
     entry.allow({"png", "mask", "hot"});
     const PngImage image = readPng(entry.at("png"));
     const Bits data = readBits(entry.at("png"), kCursorSide, kCursorSide);
-    const Bits mask = entry.find("mask") ? readBits(entry.at("mask"), kCursorSide, kCursorSide) : image.hasTransparency ? image.opaque : data;
+    const Bits mask = entry.find("mask") ? readBits(entry.at("mask"), kCursorSide, kCursorSide)
+        : image.hasTransparency          ? image.opaque
+                                         : data;
     const Point hot = entry.at("hot").point();
     ByteWriter out;
     out.raw(data.rows);
@@ -53,7 +55,8 @@ std::optional<std::string> showCursor(Int id, const Bytes& data)
     if (data.size() != 68)
         return std::nullopt;
     const Block b(data);
-    return " {png: " + pngName("CURS", id) + ", hot: [" + std::to_string(b.s16(64)) + ", " + std::to_string(b.s16(66)) + "]}";
+    return " {png: " + pngName("CURS", id) + ", hot: [" + std::to_string(b.s16(64)) + ", " + std::to_string(b.s16(66))
+        + "]}";
 }
 
 std::optional<Bits> pictureOfCursor(const Bytes& data)
@@ -177,7 +180,8 @@ Bytes pictureData(const Bits& bits, Point origin, bool version2)
         putRect(out, frame);
     out.u16(0); // copies
     for (Int v = 0; v < bits.height; ++v) {
-        const auto row = std::span(bits.rows).subspan(static_cast<std::size_t>(v * rowBytes), static_cast<std::size_t>(rowBytes));
+        const auto row =
+            std::span(bits.rows).subspan(static_cast<std::size_t>(v * rowBytes), static_cast<std::size_t>(rowBytes));
         const Bytes stored = packed ? packRow(row) : Bytes(row.begin(), row.end());
         if (packed)
             rowBytes > kLongestByteCount ? out.u16(I(stored.size())) : out.u8(I(stored.size()));

@@ -14,9 +14,9 @@ struct Step {
     Int arguments;
 };
 constexpr Int kRepeat = 7;
-constexpr Step kSteps[] = {{"nop", 0, 0}, {"wait", 1, 1}, {"by", 2, 3}, {"to", 3, 3}, {"frame", 4, 1}, {"next", 5, 0}, {"previous", 6, 0},
-    {"repeat", kRepeat, 2}, {"hide", 8, 0}, {"show", 9, 0}, {"flag", 10, 1}, {"await", 11, 1}, {"mode", 12, 1}, {"call", 13, 1},
-    {"proc", 254, 1}, {"end", 255, 0}};
+constexpr Step kSteps[] = {{"nop", 0, 0}, {"wait", 1, 1}, {"by", 2, 3}, {"to", 3, 3}, {"frame", 4, 1}, {"next", 5, 0},
+    {"previous", 6, 0}, {"repeat", kRepeat, 2}, {"hide", 8, 0}, {"show", 9, 0}, {"flag", 10, 1}, {"await", 11, 1},
+    {"mode", 12, 1}, {"call", 13, 1}, {"proc", 254, 1}, {"end", 255, 0}};
 
 const Step* stepNamed(const std::string& name)
 {

@@ -37,8 +37,8 @@ void putLegends(ByteWriter& out, const Source& entry, const char* key)
 
 Bytes compileSettings(const Source& entry, Int)
 {
-    entry.allow({"version", "signature", "hint", "password", "mode", "speed", "huntTime", "opt248", "opt244", "opt245", "opt246", "legends",
-        "trainLegends"});
+    entry.allow({"version", "signature", "hint", "password", "mode", "speed", "huntTime", "opt248", "opt244", "opt245",
+        "opt246", "legends", "trainLegends"});
     ByteWriter out;
     out.u32(os("QUIL"));
     out.u16(entry.number("version", -32768, 1, 1));
@@ -64,7 +64,8 @@ std::string showLegends(const Block& b, Int at)
     const Int count = std::clamp<Int>(b.s16(at), 0, kMostLegends);
     for (Int i = 0; i < count; ++i) {
         const Int entry = at + 6 + 32 * i;
-        out += "\n      - {name: " + quoted(characters(b.pstr(entry))) + ", points: " + std::to_string(b.s32(entry + 28)) + '}';
+        out += "\n      - {name: " + quoted(characters(b.pstr(entry)))
+            + ", points: " + std::to_string(b.s32(entry + 28)) + '}';
     }
     return out.empty() ? " []" : out;
 }
@@ -74,10 +75,14 @@ std::optional<std::string> showSettings(Int, const Bytes& data)
     if (I(data.size()) != kSettingsSize)
         return std::nullopt;
     const Block b(data);
-    const auto line = [](const char* key, const std::string& value) { return std::string("\n    ") + key + ": " + value; };
+    const auto line = [](const char* key, const std::string& value) {
+        return std::string("\n    ") + key + ": " + value;
+    };
     const auto text = [&](Int at) { return quoted(characters(b.pstr(at))); };
-    std::string out = line("version", std::to_string(b.s16(4))) + line("signature", text(6)) + line("hint", text(38)) + line("password", text(294));
-    out += line("mode", std::to_string(b.s16(306))) + line("speed", std::to_string(b.u8(309))) + line("huntTime", std::to_string(b.u8(310)));
+    std::string out = line("version", std::to_string(b.s16(4))) + line("signature", text(6)) + line("hint", text(38))
+        + line("password", text(294));
+    out += line("mode", std::to_string(b.s16(306))) + line("speed", std::to_string(b.u8(309)))
+        + line("huntTime", std::to_string(b.u8(310)));
     Int at = 452;
     for (const char* key : {"opt248", "opt244", "opt245", "opt246"})
         out += line(key, std::to_string(b.u8(at++)));
@@ -146,8 +151,8 @@ std::optional<std::string> showVersion(Int, const Bytes& data)
     std::string out = " {number: [";
     for (Int i = 0; i < 4; ++i)
         out += (i > 0 ? ", " : "") + std::to_string(b.u8(i));
-    return out + "], region: " + std::to_string(b.s16(4)) + ", text: " + quoted(characters(b.pstr(6))) + ", long: "
-        + quoted(characters(b.pstr(7 + b.u8(6)))) + '}';
+    return out + "], region: " + std::to_string(b.s16(4)) + ", text: " + quoted(characters(b.pstr(6)))
+        + ", long: " + quoted(characters(b.pstr(7 + b.u8(6)))) + '}';
 }
 
 // Sounds.
@@ -167,7 +172,10 @@ Int little(std::span<const std::uint8_t> bytes, std::size_t at, std::size_t leng
     return value;
 }
 
-bool isTag(std::span<const std::uint8_t> bytes, std::size_t at, const char* tag) { return std::equal(tag, tag + 4, bytes.begin() + std::ptrdiff_t(at)); }
+bool isTag(std::span<const std::uint8_t> bytes, std::size_t at, const char* tag)
+{
+    return std::equal(tag, tag + 4, bytes.begin() + std::ptrdiff_t(at));
+}
 
 Wave readWave(std::span<const std::uint8_t> file, const Source& name)
 {
@@ -189,7 +197,8 @@ Wave readWave(std::span<const std::uint8_t> file, const Source& name)
         }
         at += 8 + length + length % 2;
     }
-    if ((wave.bits != 8 && wave.bits != 16) || wave.channels < 1 || wave.channels > 2 || wave.rate < 1 || wave.rate > 65535)
+    if ((wave.bits != 8 && wave.bits != 16) || wave.channels < 1 || wave.channels > 2 || wave.rate < 1
+        || wave.rate > 65535)
         name.fail(name.path() + " has to have 8 or 16 bits, one channel or two, and at most 65535 Hz");
     return wave;
 }
@@ -201,7 +210,8 @@ Bytes compileSound(const Source& entry, Int)
     const Source name = entry.isScalar() ? entry : entry.at("wav");
     const Bytes file = fileContents(name.path(), name);
     const Wave wave = readWave(file, name);
-    const std::size_t sampleBytes = static_cast<std::size_t>(wave.bits / 8), frameBytes = sampleBytes * static_cast<std::size_t>(wave.channels);
+    const std::size_t sampleBytes = static_cast<std::size_t>(wave.bits / 8),
+                      frameBytes = sampleBytes * static_cast<std::size_t>(wave.channels);
     ByteWriter samples;
     for (std::size_t at = 0; at + frameBytes <= wave.data.size(); at += frameBytes) {
         Int sum = 0;
@@ -235,11 +245,12 @@ std::optional<std::string> showSound(Int id, const Bytes& data)
     const Block b(data);
     if (b.count() < kSamples || b.u16(0) != 1 || b.u16(12) != 0x8051 || b.u32(16) != kSoundHeader)
         return std::nullopt;
-    return " {wav: snd" + std::to_string(id) + ".wav} # " + std::to_string(b.u32(24)) + " samples at " + std::to_string(b.u16(28)) + " Hz";
+    return " {wav: snd" + std::to_string(id) + ".wav} # " + std::to_string(b.u32(24)) + " samples at "
+        + std::to_string(b.u16(28)) + " Hz";
 }
 
-/// The wave: in each column the lowest and the highest of 64 samples, a dotted line at silence, and below it a mark every tenth of
-/// a second, a longer one every second.
+/// The wave: in each column the lowest and the highest of 64 samples, a dotted line at silence, and below it a mark
+/// every tenth of a second, a longer one every second.
 std::optional<Bits> pictureOfSound(const Bytes& data)
 {
     constexpr Int kColumn = 64, kHeight = 128, kRuler = 8, kTenth = 3;
@@ -266,8 +277,8 @@ std::optional<Bits> pictureOfSound(const Bytes& data)
 
 std::vector<Form> settingForms()
 {
-    return {{"CONF", compileSettings, showSettings}, {"HVof", compileDots, showDots}, {"vers", compileVersion, showVersion},
-        {"snd ", compileSound, showSound, pictureOfSound}};
+    return {{"CONF", compileSettings, showSettings}, {"HVof", compileDots, showDots},
+        {"vers", compileVersion, showVersion}, {"snd ", compileSound, showSound, pictureOfSound}};
 }
 
 } // namespace Rsrc

@@ -55,8 +55,8 @@ public:
     std::vector<Source> list() const;
     /// Key and value of a map in order; a key twice is a fault.
     std::vector<Entry> map() const;
-    /// The values of a map whose keys count from `first` without gaps; other keys must be in `words`. A key "3-5" stands
-    /// for three values if `ranges`.
+    /// The values of a map whose keys count from `first` without gaps; other keys must be in `words`. A key "3-5"
+    /// stands for three values if `ranges`.
     std::vector<Source> numbered(Int first, std::initializer_list<const char*> words = {}, bool ranges = false) const;
     /// Fails unless this is a map of these keys, of "about" and of "name".
     void allow(std::initializer_list<const char*> keys) const;
@@ -70,7 +70,10 @@ public:
     Bytes counted(const char* key, std::size_t most = 255) const; ///< else the empty string
 
 private:
-    Source(YAML::Node node, std::shared_ptr<const std::string> file) : node_(std::move(node)), file_(std::move(file)), line_(node_.Mark().line) {}
+    Source(YAML::Node node, std::shared_ptr<const std::string> file)
+        : node_(std::move(node)), file_(std::move(file)), line_(node_.Mark().line)
+    {
+    }
     /// A value of this map; one that is missing stands where its key stands.
     Source child(const YAML::Node& key, const YAML::Node& value) const;
 

@@ -84,8 +84,8 @@ std::optional<std::vector<Bytes>> guideStringsOf(const Bytes& data) { return tex
 
 std::vector<Form> textForms()
 {
-    return {{"STR#", compileStrings, showStrings}, {"WST#", compileGuide, showGuide}, {"STR ", compileString, showString},
-        {"QUIL", compileString, showString}};
+    return {{"STR#", compileStrings, showStrings}, {"WST#", compileGuide, showGuide},
+        {"STR ", compileString, showString}, {"QUIL", compileString, showString}};
 }
 
 } // namespace Rsrc

@@ -65,7 +65,8 @@ const ResourceFile::Entry* findEntry(const ResourceFile& file, const std::string
     Int number = 0;
     const auto [end, error] = std::from_chars(id.data(), id.data() + id.size(), number);
     const std::optional<OSType> code = typeOf(type);
-    const ResourceFile::Entry* entry = code && error == std::errc() && end == id.data() + id.size() ? file.find(*code, number) : nullptr;
+    const ResourceFile::Entry* entry =
+        code && error == std::errc() && end == id.data() + id.size() ? file.find(*code, number) : nullptr;
     if (!entry)
         complain(file.path + ": no " + type + ' ' + id);
     return entry;
@@ -87,7 +88,8 @@ int show(const std::string& path, const std::string& type, const std::string& id
     return 0;
 }
 
-int png(const std::string& path, const std::string& type, const std::string& id, const std::string& out, const char* frameText)
+int png(const std::string& path, const std::string& type, const std::string& id, const std::string& out,
+    const char* frameText)
 {
     const auto file = openFile(path);
     const ResourceFile::Entry* entry = file ? findEntry(*file, type, id) : nullptr;

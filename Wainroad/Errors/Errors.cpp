@@ -15,7 +15,7 @@ namespace Wainroad {
 
 static constexpr Int kErrorTexts = 1000, kAlertTexts = 1001; // STR#
 static constexpr Int kFatalAlert = 1000, kDiskAlert = 1001;
-static constexpr Int kFatalHeadline = 2, kMemoryHeadline = 3;    // of kAlertTexts
+static constexpr Int kFatalHeadline = 2, kMemoryHeadline = 3;     // of kAlertTexts
 static constexpr Int kDiskFatalHeadline = 14, kDiskHeadline = 15; // of kErrorTexts
 static const Str255 kNoText{0};
 

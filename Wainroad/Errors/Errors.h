@@ -10,11 +10,11 @@ using namespace MacToolbox;
 
 /// What the ends of the run need from the rooms above. The game fills it once at start; an empty entry is skipped.
 struct ErrorHooks {
-    std::function<void(Int id)> centeredAlert;           ///< `DCenteredAlert`
-    std::function<void(Rect&)> centerRect;               ///< `CenterRect`
-    std::function<void()> flushConfig;                   ///< `FlushConfig`, if the configuration is open for writing
-    std::function<void()> rewriteConfig;                 ///< the write of a fatal `DiskError`, under the same condition
-    std::function<void()> closeNetwork;                  ///< `CloseNetwork`
+    std::function<void(Int id)> centeredAlert; ///< `DCenteredAlert`
+    std::function<void(Rect&)> centerRect;     ///< `CenterRect`
+    std::function<void()> flushConfig;         ///< `FlushConfig`, if the configuration is open for writing
+    std::function<void()> rewriteConfig;       ///< the write of a fatal `DiskError`, under the same condition
+    std::function<void()> closeNetwork;        ///< `CloseNetwork`
 };
 /// The one table of hooks. It outlives a run: fill it whole with each start.
 ErrorHooks& errorHooks();

@@ -15,10 +15,7 @@ static constexpr Int kTextAlert = 2003;
 static constexpr Int kFlashTicks = 8;
 static constexpr Int kWholeText = 32767;
 
-static Rect outset(const Rect& r, Int by)
-{
-    return {r.top - by, r.left - by, r.bottom + by, r.right + by};
-}
+static Rect outset(const Rect& r, Int by) { return {r.top - by, r.left - by, r.bottom + by, r.right + by}; }
 
 void SetDefaultButton(const DialogPtr& dialog, Int button, Int outlineItem)
 {

@@ -43,7 +43,8 @@ static const Handle& buttonBits(bool down)
     if (!bits) {
         const Handle definition = GetResource(os("CDEF"), 10);
         const Bytes none;
-        ByteReader in(definition ? std::span<const std::uint8_t>(definition->bytes) : std::span<const std::uint8_t>(none));
+        ByteReader in(
+            definition ? std::span<const std::uint8_t>(definition->bytes) : std::span<const std::uint8_t>(none));
         in.pos = down ? 1532 : 1256;
         bits = PtrToHand(in.raw(kKeyBytes));
     }
@@ -103,9 +104,41 @@ Int IconButtonDef(Int variation, const ControlHandle& control, Int message, Int 
 
 static constexpr Int kGuideHeight = 35, kGuideWidth = 9;
 static constexpr std::array<std::uint16_t, kGuideHeight> kGuideBits{
-    0x8080, 0xFF80, 0xFF80, 0x8080, 0x0000, 0x8400, 0xFC00, 0xFC00, 0x8400, 0x0400, 0xFC00, 0xF800,
-    0x8000, 0x7000, 0xFC00, 0x8400, 0x8400, 0x8480, 0xFF80, 0xFF80, 0x8000, 0x7000, 0xF800, 0xD400,
-    0x9400, 0x9C00, 0x5800, 0x0000, 0x8400, 0xCC00, 0x3C00, 0xBC00, 0xF800, 0xC400, 0x8400,
+    0x8080,
+    0xFF80,
+    0xFF80,
+    0x8080,
+    0x0000,
+    0x8400,
+    0xFC00,
+    0xFC00,
+    0x8400,
+    0x0400,
+    0xFC00,
+    0xF800,
+    0x8000,
+    0x7000,
+    0xFC00,
+    0x8400,
+    0x8400,
+    0x8480,
+    0xFF80,
+    0xFF80,
+    0x8000,
+    0x7000,
+    0xF800,
+    0xD400,
+    0x9400,
+    0x9C00,
+    0x5800,
+    0x0000,
+    0x8400,
+    0xCC00,
+    0x3C00,
+    0xBC00,
+    0xF800,
+    0xC400,
+    0x8400,
 };
 
 static BitMap guideBits()

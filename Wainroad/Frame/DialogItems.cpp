@@ -33,10 +33,7 @@ static Int resourceItem(View& view, Msg& msg, OSType type, void (*draw)(const Re
     return 0;
 }
 
-static Int iconProc(View& view, Msg& msg)
-{
-    return resourceItem(view, msg, os("ICON"), PlotIcon);
-}
+static Int iconProc(View& view, Msg& msg) { return resourceItem(view, msg, os("ICON"), PlotIcon); }
 
 static Int pictureProc(View& view, Msg& msg)
 {

@@ -13,8 +13,8 @@ namespace Wainroad {
 
 extern const ViewProc IconItem;    ///< `data` is the `Handle`, nil if missing
 extern const ViewProc PictureItem; ///< `data` is the `Handle`, nil if missing
-/// A scrolling list over a user item; `param` gives its selection flags. Answers row + 1 to a click, positive for a double
-/// click, negative for a single one. The panel fills it between its two opens.
+/// A scrolling list over a user item; `param` gives its selection flags. Answers row + 1 to a click, positive for a
+/// double click, negative for a single one. The panel fills it between its two opens.
 extern const ViewProc ListItem;
 /// The list of a `ListItem`, or nil.
 ListHandle ItemList(View& view);

@@ -16,7 +16,15 @@
 namespace Wainroad {
 
 enum Character : Int {
-    kEnter = 3, kBackspace = 8, kReturn = 13, kEscape = 27, kLeft = 28, kRight = 29, kUp = 30, kDown = 31, kForwardDelete = 127
+    kEnter = 3,
+    kBackspace = 8,
+    kReturn = 13,
+    kEscape = 27,
+    kLeft = 28,
+    kRight = 29,
+    kUp = 30,
+    kDown = 31,
+    kForwardDelete = 127
 };
 static constexpr Int kDefaultMaxChars = 10;
 static constexpr Int kWholeText = 32767;
@@ -87,10 +95,7 @@ static bool focusWhole(View* item)
     return true;
 }
 
-static bool isEdit(const View& view)
-{
-    return view.kind() == kEditItem && view.handler == &EditItem;
-}
+static bool isEdit(const View& view) { return view.kind() == kEditItem && view.handler == &EditItem; }
 
 /// The place of the focus among its panel's items; -1 if it is none of this panel's.
 static Int focusIndex(const View& panel)
@@ -98,7 +103,8 @@ static Int focusIndex(const View& panel)
     if (!gFocus || gFocus->parent != &panel)
         return -1;
     const auto& list = panel.children;
-    return std::find_if(list.begin(), list.end(), [](const auto& child) { return child.get() == gFocus; }) - list.begin();
+    return std::find_if(list.begin(), list.end(), [](const auto& child) { return child.get() == gFocus; })
+        - list.begin();
 }
 
 bool NextEditItem(View& panel)
@@ -173,10 +179,7 @@ bool TEFitsWidth(std::uint8_t character, bool useScrap, Int maxWidth, const TEHa
     return width <= maxWidth;
 }
 
-bool ScrapFits()
-{
-    return gTE && gTE->teLength() + TEScrpLength() - (gTE->selEnd - gTE->selStart) <= gTEMaxChars;
-}
+bool ScrapFits() { return gTE && gTE->teLength() + TEScrpLength() - (gTE->selEnd - gTE->selStart) <= gTEMaxChars; }
 
 /// Whether the fields' rules let the character in.
 static bool accepts(std::uint8_t c)
@@ -303,10 +306,7 @@ bool EditTE(View* item, const Msg& msg)
     return false;
 }
 
-bool EditTE(View* item, Int what)
-{
-    return EditTE(item, Msg{what, 0, 0, {}});
-}
+bool EditTE(View* item, Int what) { return EditTE(item, Msg{what, 0, 0, {}}); }
 
 // ---- The item
 
@@ -336,9 +336,7 @@ static Int editItem(View& view, Msg& msg)
         }
         return 1;
     case kMsgDraw: drawEdit(view, msg); return 1;
-    case kMsgClick:
-        EditTE(&view, kMsgActivate);
-        return EditTE(&view, msg);
+    case kMsgClick: EditTE(&view, kMsgActivate); return EditTE(&view, msg);
     case kMsgKey:
         if (view.user && view.user->fn(view, msg) == 0)
             return 0;

@@ -106,10 +106,7 @@ void DrawButtonTitle(View& view)
 
 // ---- The item
 
-static Handle iconResource(Int id)
-{
-    return GetResource(os("ICON"), id);
-}
+static Handle iconResource(Int id) { return GetResource(os("ICON"), id); }
 
 static Int openButton(View& view, const Msg& msg)
 {

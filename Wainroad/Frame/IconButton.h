@@ -11,7 +11,7 @@ namespace Wainroad {
 struct IconButtonRec {
     Int hilite = 0; ///< 0 normal, 1-253 pressed, 254 inactive, 255 inactive with a grey title
     Int iconID = 0;
-    Handle icon;    ///< nil if missing
+    Handle icon;     ///< nil if missing
     Str255 title{0}; ///< a carriage return breaks a line
 };
 /// The record of an icon button; nil for any other view.

@@ -10,7 +10,7 @@
 
 namespace Wainroad {
 
-static constexpr Int kFrameHeader = 18;      // bytes before the packed bits
+static constexpr Int kFrameHeader = 18;         // bytes before the packed bits
 static constexpr Int kMostPixelBytes = 1 << 20; // of one frame; the screen has 21888
 
 bool gMirror = false;

@@ -16,8 +16,8 @@ struct BitMaps {
     std::vector<BitMap> m;
 
     BitMaps() = default;
-    explicit BitMaps(Int count) : m(static_cast<std::size_t>(count < 0 ? 0 : count)) {}
-    explicit BitMaps(std::vector<BitMap> frames) : m(std::move(frames)) {}
+    explicit BitMaps(Int count) : m(static_cast<std::size_t>(count < 0 ? 0 : count)) { }
+    explicit BitMaps(std::vector<BitMap> frames) : m(std::move(frames)) { }
 
     Int count() const { return I(m.size()); }
     BitMap at(Int n) const { return n >= 0 && n < count() ? m[static_cast<std::size_t>(n)] : BitMap(); }
@@ -37,7 +37,10 @@ struct ImageList {
     std::vector<BitMap> frames; ///< what `LoadAllFrames` read
 
     /// Frame `n` of `frames`; empty out of range.
-    BitMap frame(Int n) const { return n >= 0 && n < I(frames.size()) ? frames[static_cast<std::size_t>(n)] : BitMap(); }
+    BitMap frame(Int n) const
+    {
+        return n >= 0 && n < I(frames.size()) ? frames[static_cast<std::size_t>(n)] : BitMap();
+    }
 };
 using ImageListRef = std::shared_ptr<ImageList>;
 
@@ -49,13 +52,13 @@ extern bool gMirror;
 void LoadAllFrames(ImageList& list);
 /// A list with its frames loaded.
 ImageListRef LoadImages(Int resID, Int first, Int count);
-/// Decodes the frame record at `position`, which ends behind its packed bits. What is cut off reads as white; a negative
-/// `rowBytes`, or more than 1 MiB of pixels, gives an empty bitmap.
+/// Decodes the frame record at `position`, which ends behind its packed bits. What is cut off reads as white; a
+/// negative `rowBytes`, or more than 1 MiB of pixels, gives an empty bitmap.
 void UnpackFrame(const Handle& imag, Int& position, BitMap& bitmap);
 /// Turns each row left to right within `width` pixels.
 void MirrorBits(const Handle& bits, Int rowBytes, Int height, Int width);
-/// Copies a frame into `thePort`. A rectangle without height or width takes the frame's own. Nothing for nil, depth 0 or
-/// a frame out of range.
+/// Copies a frame into `thePort`. A rectangle without height or width takes the frame's own. Nothing for nil, depth 0
+/// or a frame out of range.
 void DrawImageFrame(const ImageList* list, Int frame, const Rect& rect, Int mode);
 inline void DrawImageFrame(const ImageListRef& list, Int frame, const Rect& rect, Int mode)
 {

@@ -39,10 +39,7 @@ static const ViewProc* procOfKind(Int kind)
     return nullptr;
 }
 
-static bool opensById(Int kind)
-{
-    return kind == kControlItem || kind == kIconItem || kind == kPictureItem;
-}
+static bool opensById(Int kind) { return kind == kControlItem || kind == kIconItem || kind == kPictureItem; }
 
 Int LoadItems(View& view, Int id)
 {
@@ -148,20 +145,11 @@ static void setStyleField(View& panel, Int item, Int TextStyleRec::*field, Int v
         InvalView(*view);
 }
 
-void SetItemSize(View& panel, Int item, Int size)
-{
-    setStyleField(panel, item, &TextStyleRec::size, size);
-}
+void SetItemSize(View& panel, Int item, Int size) { setStyleField(panel, item, &TextStyleRec::size, size); }
 
-void SetItemFace(View& panel, Int item, Int face)
-{
-    setStyleField(panel, item, &TextStyleRec::face, face);
-}
+void SetItemFace(View& panel, Int item, Int face) { setStyleField(panel, item, &TextStyleRec::face, face); }
 
-void SetItemJust(View& panel, Int item, Int just)
-{
-    setStyleField(panel, item, &TextStyleRec::just, just);
-}
+void SetItemJust(View& panel, Int item, Int just) { setStyleField(panel, item, &TextStyleRec::just, just); }
 
 // ---- Plain items
 
@@ -169,8 +157,7 @@ bool TrackView(View& view)
 {
     if (view.type < 0)
         return false;
-    while (StillDown()) {
-    }
+    while (StillDown()) { }
     const ViewPortScope port(view);
     Point mouse;
     GetMouse(mouse);
@@ -339,8 +326,8 @@ static Int clickControl(View& view, const Msg& msg)
     // The item's own control is asked: one that belongs to a disabled item may lie in the same place.
     *sTracking = {&view, TestControl(control, msg.point())};
     const Int part = sTracking->part == 0 ? 0
-        : sTracking->part == inThumb     ? TrackControl(control, msg.point(), nullptr)
-                                         : TrackControl(control, msg.point(), nullptr, true);
+        : sTracking->part == inThumb      ? TrackControl(control, msg.point(), nullptr)
+                                          : TrackControl(control, msg.point(), nullptr, true);
     *sTracking = {};
     if (!view.parent || !view.data.has_value())
         return 0; // closed meanwhile
@@ -414,7 +401,10 @@ static Int radioGroup(View& view, Msg& msg)
         return chosen;
     }
     case kMsgDraw: DrawChildren(view, msg); return 1;
-    case kMsgClose: CloseChildren(view); view.data.reset(); return 1;
+    case kMsgClose:
+        CloseChildren(view);
+        view.data.reset();
+        return 1;
     case kMsgDisable: DisableChildren(view); return 1;
     case kMsgEnable: EnableChildren(view); return 1;
     }

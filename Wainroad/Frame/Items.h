@@ -8,8 +8,15 @@ namespace Wainroad {
 
 /// Kinds of item in a `DITL`, bits 0-6 of the type byte; bit 7 takes no clicks.
 enum ItemKind : Int {
-    kUserItem = 0, kButtonItem = 4, kCheckItem = 5, kRadioItem = 6, kControlItem = 7, kTextItem = 8, kEditItem = 16,
-    kIconItem = 32, kPictureItem = 64
+    kUserItem = 0,
+    kButtonItem = 4,
+    kCheckItem = 5,
+    kRadioItem = 6,
+    kControlItem = 7,
+    kTextItem = 8,
+    kEditItem = 16,
+    kIconItem = 32,
+    kPictureItem = 64
 };
 
 /// Which images an `ImageItemProc` shows: `count` frames of `Imag` `resID` from `first` on.
@@ -38,7 +45,7 @@ bool TrackItem(View& panel, Int item);
 /// The same for a view.
 bool TrackView(View& view);
 
-extern const ViewProc UserItem;      ///< a user item without a proc
+extern const ViewProc UserItem; ///< a user item without a proc
 /// What a user item with one timer leaves to others: takes the timer away at `kMsgClose`, else answers as `UserItem`.
 Int TimedItem(View& view, Msg& msg);
 extern const ViewProc ControlItem;   ///< button, check box, radio button or resource control; `data` is `ControlHandle`

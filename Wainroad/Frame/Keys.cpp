@@ -43,10 +43,7 @@ void PushKeys()
     setTable({});
 }
 
-void PopKeys()
-{
-    setTable(*sSavedKeys);
-}
+void PopKeys() { setTable(*sSavedKeys); }
 
 void ClearKeys()
 {

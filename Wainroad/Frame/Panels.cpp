@@ -16,9 +16,20 @@ static constexpr std::size_t kMostPending = 24;
 
 // The content of the window is 9 to 313 by 9 to 503, with 3 pixels between panels.
 const std::array<Rect, 14> gPanelRects{{
-    {0, 0, 0, 0}, {9, 9, 313, 61}, {9, 64, 86, 326}, {89, 64, 208, 326}, {9, 64, 164, 326}, {167, 64, 208, 326},
-    {211, 64, 313, 326}, {9, 329, 260, 448}, {263, 329, 313, 448}, {9, 451, 313, 503}, {9, 64, 208, 326},
-    {165, 64, 313, 326}, {9, 64, 313, 326}, {9, 9, 313, 503},
+    {0, 0, 0, 0},
+    {9, 9, 313, 61},
+    {9, 64, 86, 326},
+    {89, 64, 208, 326},
+    {9, 64, 164, 326},
+    {167, 64, 208, 326},
+    {211, 64, 313, 326},
+    {9, 329, 260, 448},
+    {263, 329, 313, 448},
+    {9, 451, 313, 503},
+    {9, 64, 208, 326},
+    {165, 64, 313, 326},
+    {9, 64, 313, 326},
+    {9, 9, 313, 503},
 }};
 
 static RunState<std::vector<const ViewProc*>> sPending;
@@ -26,10 +37,7 @@ static RunState<std::vector<std::unique_ptr<View>>> sLimbo; // disposed, but per
 
 // ---- The tree
 
-Int SendMsg(View& view, Msg& msg)
-{
-    return view.handler ? view.handler->fn(view, msg) : 0;
-}
+Int SendMsg(View& view, Msg& msg) { return view.handler ? view.handler->fn(view, msg) : 0; }
 
 Int SendMsg(View& view, Int what)
 {
@@ -84,10 +92,7 @@ void DisposeView(View& view)
     list.erase(at);
 }
 
-void EmptyLimbo()
-{
-    sLimbo->clear();
-}
+void EmptyLimbo() { sLimbo->clear(); }
 
 /// The views of a list as they are now, newest first: the list may change while they are told something.
 static std::vector<View*> newestFirst(View& view)
@@ -196,20 +201,11 @@ void FocusPort(View* view, GrafPtr& saved)
         SetPort(*window);
 }
 
-ViewPortScope::ViewPortScope(View& view)
-{
-    FocusPort(&view, saved_);
-}
+ViewPortScope::ViewPortScope(View& view) { FocusPort(&view, saved_); }
 
-ViewPortScope::~ViewPortScope()
-{
-    SetPort(saved_);
-}
+ViewPortScope::~ViewPortScope() { SetPort(saved_); }
 
-static TextStyleRec portStyle(const GrafPort& port)
-{
-    return {port.txFont, port.txFace, port.txMode, port.txSize, 0};
-}
+static TextStyleRec portStyle(const GrafPort& port) { return {port.txFont, port.txFace, port.txMode, port.txSize, 0}; }
 
 static void applyStyle(GrafPort& port, const TextStyleRec& style)
 {
@@ -232,10 +228,7 @@ StyleScope::StyleScope(const TextStyleRec& style) : port_(thePort), saved_(portS
     applyStyle(*port_, style);
 }
 
-StyleScope::~StyleScope()
-{
-    applyStyle(*port_, saved_);
-}
+StyleScope::~StyleScope() { applyStyle(*port_, saved_); }
 
 // ---- Opening and closing panels
 
@@ -282,7 +275,7 @@ bool IsPanel(const View* view)
 
 /// How a new panel stands to the panels that it overlaps.
 struct Placement {
-    bool covered = false;   ///< a higher one lies over it
+    bool covered = false;     ///< a higher one lies over it
     bool sharesPlace = false; ///< one of them has the same location, and so the same frame
 };
 

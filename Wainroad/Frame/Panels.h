@@ -30,7 +30,16 @@ struct ImageList;
 
 /// Message kinds. See `Msg` for what comes with each.
 enum MsgKind : Int {
-    kMsgOpen = 1, kMsgClick, kMsgKey, kMsgDraw, kMsgClose, kMsgTimer, kMsgActivate, kMsgDeactivate, kMsgDisable, kMsgEnable
+    kMsgOpen = 1,
+    kMsgClick,
+    kMsgKey,
+    kMsgDraw,
+    kMsgClose,
+    kMsgTimer,
+    kMsgActivate,
+    kMsgDeactivate,
+    kMsgDisable,
+    kMsgEnable
 };
 
 /// A message on its way through the tree. Handlers may rewrite `param`.
@@ -72,14 +81,13 @@ struct View {
     Rect r;           ///< window coordinates
     const ViewProc* handler = nullptr; ///< gets all messages
     const ViewProc* user = nullptr;    ///< panel: its own proc; edit item: key filter; control item: action proc
-    std::any data;    ///< root: `WindowPtr`; panel: nothing until its items are loaded, then -1 or its own; item: payload
+    std::any data; ///< root: `WindowPtr`; panel: nothing until its items are loaded, then -1 or its own; item: payload
     TextStyleRec style;
-    View* parent = nullptr; ///< nil for the root and for a disposed view
+    View* parent = nullptr;                      ///< nil for the root and for a disposed view
     std::vector<std::unique_ptr<View>> children; ///< oldest first: item 1 is the first; hit tests begin at the end
 
     /// `data` as a `T`, or nil.
-    template <typename T>
-    T* dataAs() { return std::any_cast<T>(&data); }
+    template <typename T> T* dataAs() { return std::any_cast<T>(&data); }
     /// Bits 0-6 of the type byte of an item.
     Int kind() const { return type & 0x7F; }
     Int location() const { return type & 0xFF; }
@@ -134,15 +142,15 @@ void PressButton(View* panel, Int ordinal);
 
 // ---- Keys
 
-extern View* gKeyPanel;      ///< the panel that owns the keys, or nil
-extern Int gReturnItem;      ///< button pressed by Return, as in `PressButton`; 0 is none
-extern Int gCancelItem;      ///< button pressed by Command-period; 0 is none
-extern Int gOutlineItem;     ///< button with the default ring; 0 is none
-extern Int gEditItems;       ///< edit items to tab through: from 2 on, Return moves on instead of pressing
-extern Int gTENumeric;       ///< non-zero: digits only
-extern Int gTEMaxChars;      ///< most characters of a field; below 1 becomes 10 at the first key
-extern Int gTELimitWidth;    ///< non-zero: `gTEMaxWidth` holds
-extern Int gTEMaxWidth;      ///< pixels
+extern View* gKeyPanel;   ///< the panel that owns the keys, or nil
+extern Int gReturnItem;   ///< button pressed by Return, as in `PressButton`; 0 is none
+extern Int gCancelItem;   ///< button pressed by Command-period; 0 is none
+extern Int gOutlineItem;  ///< button with the default ring; 0 is none
+extern Int gEditItems;    ///< edit items to tab through: from 2 on, Return moves on instead of pressing
+extern Int gTENumeric;    ///< non-zero: digits only
+extern Int gTEMaxChars;   ///< most characters of a field; below 1 becomes 10 at the first key
+extern Int gTELimitWidth; ///< non-zero: `gTEMaxWidth` holds
+extern Int gTEMaxWidth;   ///< pixels
 
 /// Makes `panel` own the keys with these buttons; the fields for text are left alone.
 void SetKeys(View& panel, Int outlined = 1, Int returnItem = 1, Int cancelItem = 0);

@@ -118,7 +118,9 @@ static Int keyToRoot(View& root, Msg& msg)
 /// The four sides of the window's own frame, where they are to be drawn.
 static void drawBorder(const Rect& visible)
 {
-    const auto side = [](Int frame, Int top, Int left) { DrawImageFrame(gBorderImages, frame, {top, left, top, left}, 0); };
+    const auto side = [](Int frame, Int top, Int left) {
+        DrawImageFrame(gBorderImages, frame, {top, left, top, left}, 0);
+    };
     if (visible.top < 7)
         side(0, 0, 7);
     if (visible.left < 7)
@@ -222,10 +224,7 @@ void RootClose(const WindowPtr& window)
 
 // ---- Events
 
-static bool isFrontWindow(const WindowPtr& window)
-{
-    return window && window == FrontWindow();
-}
+static bool isFrontWindow(const WindowPtr& window) { return window && window == FrontWindow(); }
 
 static bool clickEvent(const EventRecord& event, const WindowPtr& window)
 {

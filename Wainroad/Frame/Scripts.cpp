@@ -5,8 +5,22 @@
 namespace Wainroad {
 
 enum Opcode : Int {
-    kOpNothing, kOpWait, kOpMove, kOpMoveTo, kOpFrame, kOpNextFrame, kOpPreviousFrame, kOpLoop, kOpHide, kOpShow, kOpSetFlag,
-    kOpAwaitFlag, kOpMode, kOpCall, kOpSpecial = 254, kOpEnd = 255
+    kOpNothing,
+    kOpWait,
+    kOpMove,
+    kOpMoveTo,
+    kOpFrame,
+    kOpNextFrame,
+    kOpPreviousFrame,
+    kOpLoop,
+    kOpHide,
+    kOpShow,
+    kOpSetFlag,
+    kOpAwaitFlag,
+    kOpMode,
+    kOpCall,
+    kOpSpecial = 254,
+    kOpEnd = 255
 };
 static constexpr Int kBadScript = -5000;
 static constexpr Int kMostRecords = 100'000; // in one frame; beyond that a script goes round for ever
@@ -18,7 +32,9 @@ enum class Then { next, jump, stop };
 class Runner {
 public:
     Runner(SpriteWorld& world, Sprite& sprite)
-        : world_(world), sprite_(sprite), isNew_(sprite.stepCount == sprite.stepTotal) {}
+        : world_(world), sprite_(sprite), isNew_(sprite.stepCount == sprite.stepTotal)
+    {
+    }
 
     void run()
     {

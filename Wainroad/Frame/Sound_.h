@@ -17,7 +17,7 @@ using namespace MacToolbox;
 
 enum SoundState : Int { kSoundIdle = 0, kSoundPlaying, kSoundFinished }; ///< `gChannel->userInfo`
 
-extern bool gSoundOn;             ///< the switch of the menu; starts true
+extern bool gSoundOn; ///< the switch of the menu; starts true
 extern bool gPlayingTune;
 extern SndChannelPtr gChannel;    ///< nil until `SoundInit`, or without sound
 extern Handle gSound;             ///< what plays

@@ -32,10 +32,7 @@ SpriteRef SWInsertSprite(SpriteWorld& world, SpriteRef sprite, Int position)
     return sprite;
 }
 
-void SWRemoveSprite(SpriteWorld& world, const SpriteRef& sprite)
-{
-    world.sprites.remove(sprite);
-}
+void SWRemoveSprite(SpriteWorld& world, const SpriteRef& sprite) { world.sprites.remove(sprite); }
 
 void SWDispose(SpriteWorld& world)
 {
@@ -130,10 +127,7 @@ void SpriteMove(Sprite& sprite, Int steps, Int dh, Int dv)
 }
 
 /// The nearest whole number of a fixed-point one, as a signed 16-bit value.
-static Int roundFixed(Int fixed)
-{
-    return LoWord((fixed + 0x8000) >> 16);
-}
+static Int roundFixed(Int fixed) { return LoWord((fixed + 0x8000) >> 16); }
 
 void SpriteStep(Sprite& sprite)
 {
@@ -164,8 +158,8 @@ void SpriteSetFrame(Sprite& sprite, Int n)
     sprite.changed = true;
 }
 
-SpriteRef AddSprite(SpriteWorld& world, BitMapsRef frames, BitMapsRef masks, Int firstFrame, Int lastFrame, Int mode,
-    Int h, Int v)
+SpriteRef AddSprite(
+    SpriteWorld& world, BitMapsRef frames, BitMapsRef masks, Int firstFrame, Int lastFrame, Int mode, Int h, Int v)
 {
     const SpriteRef sprite = SWAddSprite(world);
     if (frames)

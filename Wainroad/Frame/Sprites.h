@@ -24,39 +24,39 @@ using SpriteRef = std::shared_ptr<Sprite>;
 /// How a sprite looks in one frame.
 struct SpriteState {
     bool visible = false;
-    Point pos;      ///< added to `src` it gives `dst`
+    Point pos; ///< added to `src` it gives `dst`
     Rect dst, src;
     BitMap image, mask;
-    Int mode = 0;   ///< -1 masked; 0-7: bits 0-1 copy, or, xor, bic; bit 2 inverts the source
+    Int mode = 0; ///< -1 masked; 0-7: bits 0-1 copy, or, xor, bic; bit 2 inverts the source
 };
 
 struct Sprite {
-    Int id = 0;           ///< free for the owner
-    bool changed = false; ///< to be drawn in this frame
-    SpriteState cur, old; ///< this frame and the one before
+    Int id = 0;                            ///< free for the owner
+    bool changed = false;                  ///< to be drawn in this frame
+    SpriteState cur, old;                  ///< this frame and the one before
     Int moveCounter = 0, moveInterval = 0; ///< frames between automatic moves; interval 0 is none
     Int moveDH = 0, moveDV = 0;
     Int stepH = 0, stepV = 0, fixH = 0, fixV = 0; ///< scripted moves: step a frame and place, 16.16 fixed point
-    Int frameCounter = 0, frameInterval = 0; ///< frames between automatic changes of image; interval 0 is none
+    Int frameCounter = 0, frameInterval = 0;      ///< frames between automatic changes of image; interval 0 is none
     Int firstFrame = 0, curFrame = 0, lastFrame = 1;
     BitMapsRef frames, masks;
-    std::function<void(Sprite&)> moveProc; ///< before the automatic moves
-    std::function<void(Sprite&)> postProc; ///< after drawing
-    std::optional<Bytes> script;           ///< present: drives the sprite instead of the above
-    Int scriptPC = 0;                      ///< offset of the current record
-    Int stepCount = 0, stepTotal = 0;      ///< progress of a timed record
+    std::function<void(Sprite&)> moveProc;                        ///< before the automatic moves
+    std::function<void(Sprite&)> postProc;                        ///< after drawing
+    std::optional<Bytes> script;                                  ///< present: drives the sprite instead of the above
+    Int scriptPC = 0;                                             ///< offset of the current record
+    Int stepCount = 0, stepTotal = 0;                             ///< progress of a timed record
     std::function<bool(Int arg, Sprite&, bool isNew)> scriptProc; ///< opcode 254; true goes on, false ends the frame
     Int loopCount = 0;
     bool dead = false; ///< leaves the world at the end of this frame. Procs set it; they unlink nothing.
 };
 
 struct SpriteWorld {
-    Rect bounds;   ///< window coordinates
-    GrafPtr port;  ///< off-screen, made by `SWOpenPort`
+    Rect bounds;  ///< window coordinates
+    GrafPtr port; ///< off-screen, made by `SWOpenPort`
     Int depth = 0;
     bool useColor = false;
-    Int scriptFlag = 0; ///< opcodes 10 and 11
-    std::list<SpriteRef> sprites; ///< front to back
+    Int scriptFlag = 0;                              ///< opcodes 10 and 11
+    std::list<SpriteRef> sprites;                    ///< front to back
     std::function<void(const Rect&)> drawBackground; ///< into the world's port; white if none
     std::function<void(Int)> scriptProc;             ///< opcode 13
 
@@ -95,7 +95,7 @@ void FastEraseRect(const Rect& rect);
 
 /// The usual setting up: appends a sprite that shows frames `firstFrame` to `lastFrame` of `frames`, starts on
 /// `firstFrame`, with its place at (`v`, `h`), visible.
-SpriteRef AddSprite(SpriteWorld& world, BitMapsRef frames, BitMapsRef masks, Int firstFrame, Int lastFrame, Int mode,
-    Int h, Int v);
+SpriteRef AddSprite(
+    SpriteWorld& world, BitMapsRef frames, BitMapsRef masks, Int firstFrame, Int lastFrame, Int mode, Int h, Int v);
 
 } // namespace Wainroad

@@ -22,15 +22,9 @@ void TimersInit()
     sTimers->lastTick = TickCount();
 }
 
-void TimersResume()
-{
-    sTimers->lastTick = TickCount();
-}
+void TimersResume() { sTimers->lastTick = TickCount(); }
 
-Int TimerCount()
-{
-    return sTimers->count;
-}
+Int TimerCount() { return sTimers->count; }
 
 void AddTimer(View& view, Int interval)
 {
@@ -55,15 +49,11 @@ static bool removeOne(const View& view)
     return false;
 }
 
-void RemoveTimer(View& view)
-{
-    removeOne(view);
-}
+void RemoveTimer(View& view) { removeOne(view); }
 
 void RemoveTimers(View& view)
 {
-    while (removeOne(view)) {
-    }
+    while (removeOne(view)) { }
 }
 
 void TimersRun()

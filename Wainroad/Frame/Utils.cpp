@@ -39,10 +39,7 @@ void CenterRect(Rect& r)
         put((Screen::bounds.bottom - 20 - height) / 2 + 20, (Screen::bounds.right - width) / 2);
 }
 
-void PStrCopy(const Str255& src, Str255& dst)
-{
-    dst = PStrOf(characters(src));
-}
+void PStrCopy(const Str255& src, Str255& dst) { dst = PStrOf(characters(src)); }
 
 Int PStrPos(const Str255& needle, const Str255& haystack)
 {
@@ -69,10 +66,7 @@ void StrReplace(Str255& str, Int start, Int length, const Str255* replacement)
     str = PStrOf(result);
 }
 
-void PStrAppend(Str255& str, const Str255& more)
-{
-    StrReplace(str, I(characters(str).size()), 0, &more);
-}
+void PStrAppend(Str255& str, const Str255& more) { StrReplace(str, I(characters(str).size()), 0, &more); }
 
 void NumToCommas(Int n, Str255& out)
 {

@@ -16,7 +16,7 @@
 namespace Wainroad {
 
 static constexpr Int kManagementAlert = 2040;
-static constexpr Int kQuitPause = 30;   // ticks
+static constexpr Int kQuitPause = 30; // ticks
 
 static const Wagon& myWagon()
 {
@@ -80,9 +80,7 @@ void DoMenu(Int choice)
         else if (item == kPlaySound)
             ToggleSound();
         break;
-    case kManagementMenu:
-        managementCommand(item);
-        break;
+    case kManagementMenu: managementCommand(item); break;
     }
 }
 

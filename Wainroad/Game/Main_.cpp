@@ -109,7 +109,9 @@ void ActivateWindow(const WindowPtr& window, bool active)
     gInBackground = !active;
     const MenuHandle file = GetMHandle(kFileMenu), edit = GetMHandle(kEditMenu);
     const MenuHandle play = GetMHandle(kPlayMenu), management = GetMHandle(kManagementMenu);
-    const auto set = [](const MenuHandle& menu, Int item, bool on) { on ? EnableItem(menu, item) : DisableItem(menu, item); };
+    const auto set = [](const MenuHandle& menu, Int item, bool on) {
+        on ? EnableItem(menu, item) : DisableItem(menu, item);
+    };
     set(file, kFileToTitle, active && gPlaying != 0);
     set(file, kFileOpen, active && gPlaying == 0);
     set(edit, kEditUndo, !active);

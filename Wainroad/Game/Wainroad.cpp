@@ -61,14 +61,16 @@ static void fillErrorHooks()
     errorHooks() = {
         .centeredAlert = [](Int id) { DCenteredAlert(id); },
         .centerRect = CenterRect,
-        .flushConfig = [] {
-            if (gConfigMode == kUpdatesHeld)
-                FlushConfig();
-        },
-        .rewriteConfig = [] {
-            if (gConfigMode == kUpdatesHeld)
-                rewriteConfig();
-        },
+        .flushConfig =
+            [] {
+                if (gConfigMode == kUpdatesHeld)
+                    FlushConfig();
+            },
+        .rewriteConfig =
+            [] {
+                if (gConfigMode == kUpdatesHeld)
+                    rewriteConfig();
+            },
         .closeNetwork = CloseNetwork,
     };
 }

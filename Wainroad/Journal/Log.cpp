@@ -19,7 +19,7 @@ NewsQueue* gNewsTarget = &gNewsQueue;
 std::function<void(Int, Int, Int)> gLogTrimmed;
 
 static constexpr Int kQueueBytes = 1024, kQueue2Bytes = 256;
-static constexpr Int kItemHead = 6; ///< size and date of a queued item
+static constexpr Int kItemHead = 6;          ///< size and date of a queued item
 static constexpr Int kBaseNumber = 0x100000; ///< stands for the start of the buffer in the stored form
 
 static const AtRunStart sFreshLog{[] {
@@ -46,7 +46,8 @@ void LogInfo::load(std::span<const std::uint8_t> packed)
     ByteReader in(packed);
     const Int base = in.u32();
     end = std::clamp(in.u32() - base, Int{0}, kLogBytes);
-    blocks = in.u16(), trimBytes = in.u16(), trimMsgs = in.u16(), trimLines = in.u16(), trimTop = in.u16(), count = in.u16();
+    blocks = in.u16(), trimBytes = in.u16(), trimMsgs = in.u16(), trimLines = in.u16(), trimTop = in.u16(),
+    count = in.u16();
     in.skip(4);
     lines = in.u16();
     in.skip(4);
@@ -110,7 +111,8 @@ void DrainNews(NewsQueue& queue)
             gLogInfo.lastDate = date;
         }
         const Int start = std::min(at + kItemHead, next);
-        AppendMessage(std::span(queue.buffer->bytes).subspan(static_cast<std::size_t>(start), static_cast<std::size_t>(next - start)));
+        AppendMessage(std::span(queue.buffer->bytes)
+                          .subspan(static_cast<std::size_t>(start), static_cast<std::size_t>(next - start)));
         at = next;
     }
     EmptyQueue(queue);
@@ -165,7 +167,8 @@ Int MessageSize(std::span<const std::uint8_t> message)
 std::span<const std::uint8_t> MessageAt(Int offset)
 {
     const Int left = std::max(gLogInfo.end - offset, Int{0});
-    const std::span stored = std::span<const std::uint8_t>(gLogBuffer->bytes).subspan(static_cast<std::size_t>(offset), static_cast<std::size_t>(left));
+    const std::span stored = std::span<const std::uint8_t>(gLogBuffer->bytes)
+                                 .subspan(static_cast<std::size_t>(offset), static_cast<std::size_t>(left));
     const Int size = MessageSize(stored);
     if (size == 0) {
         gLogInfo.end = std::min(gLogInfo.end, offset); // what is drawn behind the alert does not come here again

@@ -23,13 +23,13 @@ inline constexpr Int kLogDate = 120; ///< code of a date line
 
 /// What is stored. Positions are offsets into `gLogBuffer`.
 struct LogInfo {
-    Int end = 0; ///< behind the last stored byte
-    Int blocks = 0; ///< entries of `gBlockOffsets` and `gBlockLines` in use
+    Int end = 0;                                    ///< behind the last stored byte
+    Int blocks = 0;                                 ///< entries of `gBlockOffsets` and `gBlockLines` in use
     Int trimBytes = 0, trimMsgs = 0, trimLines = 0; ///< what trims removed since the view last laid out news
-    Int trimTop = 0; ///< the scroll position that the trims leave, in lines
-    Int count = 0; ///< messages
-    Int lines = 0; ///< their lines, as laid out
-    Int lastDate = 0; ///< date of the last date line: year, month, day in 32 bits
+    Int trimTop = 0;                                ///< the scroll position that the trims leave, in lines
+    Int count = 0;                                  ///< messages
+    Int lines = 0;                                  ///< their lines, as laid out
+    Int lastDate = 0;                               ///< date of the last date line: year, month, day in 32 bits
 
     bool operator==(const LogInfo&) const = default;
 
@@ -42,7 +42,7 @@ struct LogInfo {
 /// Packets that wait. An item is its size (u16), then that many bytes: date and message.
 struct NewsQueue {
     Handle buffer;
-    Int cur = 0; ///< behind the last item
+    Int cur = 0;  ///< behind the last item
     Int lost = 0; ///< items dropped because it was full
 
     bool empty() const { return cur == 0; }
@@ -51,10 +51,10 @@ struct NewsQueue {
 extern Handle gLogBuffer; ///< exactly 10240 bytes from `MessagesInit` on
 extern LogInfo gLogInfo;
 extern std::array<Int, kLogBlocks> gBlockOffsets; ///< offset of every 8th message
-extern std::array<Int, kLogBlocks> gBlockLines; ///< lines before it; the view fills them in
-extern NewsQueue gNewsQueue; ///< 1024 bytes
-extern NewsQueue gNewsQueue2; ///< 256 bytes, for what comes while the first is drained
-extern NewsQueue* gNewsTarget; ///< the one being filled
+extern std::array<Int, kLogBlocks> gBlockLines;   ///< lines before it; the view fills them in
+extern NewsQueue gNewsQueue;                      ///< 1024 bytes
+extern NewsQueue gNewsQueue2;                     ///< 256 bytes, for what comes while the first is drained
+extern NewsQueue* gNewsTarget;                    ///< the one being filled
 
 /// Called by every trim, when the store and its tables are in step again: the view corrects what it holds.
 extern std::function<void(Int msgs, Int lines, Int bytes)> gLogTrimmed;

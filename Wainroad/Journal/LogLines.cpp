@@ -26,7 +26,10 @@ public:
     explicit TextWidths(const Str255& text) { MeasureText(I(text.size()) - 1, text, 1, locs_); }
 
     /// Pixels before the character at `index`, 1 to length + 1.
-    Int before(Int index) const { return locs_[static_cast<std::size_t>(std::clamp<Int>(index - 1, 0, I(locs_.size()) - 1))]; }
+    Int before(Int index) const
+    {
+        return locs_[static_cast<std::size_t>(std::clamp<Int>(index - 1, 0, I(locs_.size()) - 1))];
+    }
 
 private:
     std::vector<Int> locs_;

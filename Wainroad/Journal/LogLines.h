@@ -18,9 +18,9 @@ struct LogLine {
     Int firstLine = -1; ///< number of its first line in the whole journal
     Int offset = 0;     ///< of the stored message
     Str255 text{0};
-    Int nLines = 0;     ///< 0 to 4
+    Int nLines = 0;                                    ///< 0 to 4
     std::array<Int, kLogMessageLines + 1> lineStart{}; ///< indices into `text`; the last in use is the end
-    Int face = 0;       ///< 1, bold, for what concerns this player
+    Int face = 0;                                      ///< 1, bold, for what concerns this player
 
     Int endLine() const { return firstLine + nLines; }
 };
@@ -32,11 +32,7 @@ void WrapLogLine(View& item, LogLine& line);
 class LogLayout {
 public:
     /// @param line  The line that the next message begins at.
-    LogLayout(View& item, Int line)
-        : item_(item)
-        , line_(line)
-    {
-    }
+    LogLayout(View& item, Int line) : item_(item), line_(line) { }
     /// Lays out message `index` at `offset`; `shown` gets each message that the player sees, dates among them.
     /// @return The line at which this message begins, or would begin.
     Int add(Int index, Int offset, const std::function<void(LogLine)>& shown);

@@ -25,9 +25,9 @@ bool gLoaded = false, gLoadedTrain = false;
 namespace {
 
 enum LogItems : Int { kLines = 1, kScrollBar = 2 };
-constexpr Int kInset = 3, kIndent = 12;      // pixels: above the first line and left of all; of the later lines of a message
-constexpr Int kReturnTicks = 900;            // 15 seconds
-constexpr Int kCacheReach = 10;              // lines above the view that a cache may end at and still be of use
+constexpr Int kInset = 3, kIndent = 12; // pixels: above the first line and left of all; of the later lines of a message
+constexpr Int kReturnTicks = 900;       // 15 seconds
+constexpr Int kCacheReach = 10;         // lines above the view that a cache may end at and still be of use
 constexpr Int kUpArrow = 20, kDownArrow = 21, kPageUp = 22, kPageDown = 23, kThumb = 129;
 constexpr Int kPageLines = 7;
 constexpr Int kJournalResumed = 60, kJournalTrainResumed = 62, kJournalOutfit = 68;
@@ -35,7 +35,7 @@ constexpr Int kJournalResumed = 60, kJournalTrainResumed = 62, kJournalOutfit = 
 struct LogViewState {
     FontInfo font;
     Int lineHeight = 12;
-    Int lastScroll = 0; // tick
+    Int lastScroll = 0;      // tick
     bool sendOutfit = false; // the story opens with the goods that the party set out with
     bool dateWaits = false;
     Int waitingIndex = -1, waitingOffset = 0; // a date that nothing has followed yet
@@ -155,7 +155,8 @@ std::vector<LogLine> fillCache(View& item, Int first, Int last)
     Int index = block * kLogBlock, offset = gBlockOffsets[static_cast<std::size_t>(block)];
     Int line = gBlockLines[static_cast<std::size_t>(block)];
     // A date that stands before the block lies above it, and is found from the block before.
-    for (LogLayout layout(item, line); offset < gLogInfo.end && layout.line() < last; ++index, offset = NextMessage(offset))
+    for (LogLayout layout(item, line); offset < gLogInfo.end && layout.line() < last;
+         ++index, offset = NextMessage(offset))
         layout.add(index, offset, [&](LogLine shown) { lines.push_back(std::move(shown)); });
     return lines;
 }
@@ -183,7 +184,8 @@ void keepNewest()
 void cacheLines(View& item, Int top)
 {
     const Int bottom = top + kLogViewLines;
-    const bool useful = !gLogCache.empty() && gLogCache.front().firstLine < bottom && top - kCacheReach < gLogCache.back().endLine();
+    const bool useful =
+        !gLogCache.empty() && gLogCache.front().firstLine < bottom && top - kCacheReach < gLogCache.back().endLine();
     if (!useful || top < gLogCache.front().firstLine) {
         // The view's block, and what follows, in one walk.
         gLogCache = fillCache(item, top, bottom);
@@ -319,19 +321,14 @@ Int logItemProc(View& item, Msg& msg)
         else
             s->sendOutfit = false;
         return 1;
-    case kMsgDraw:
-        drawLog(item);
-        return 1;
+    case kMsgDraw: drawLog(item); return 1;
     case kMsgTimer: {
         const ViewPortScope port(item);
         takeNews();
         return 1;
     }
-    case kMsgClose:
-        closeLog(item);
-        return 1;
-    default:
-        return UserItem.fn(item, msg);
+    case kMsgClose: closeLog(item); return 1;
+    default: return UserItem.fn(item, msg);
     }
 }
 
@@ -376,8 +373,7 @@ Int logPanelProc(View& panel, Msg& msg)
                 ScrollLog(*gLogView, gLogTop, GetCtlValue(bar));
             }
         return 1;
-    default:
-        return 0;
+    default: return 0;
     }
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
-// The journal on the travel screen: eight lines, a scroll bar, and a cache of the messages near the view. It follows the
-// end of the story; 15 seconds after the player has scrolled it goes back there with the next news.
+// The journal on the travel screen: eight lines, a scroll bar, and a cache of the messages near the view. It follows
+// the end of the story; 15 seconds after the player has scrolled it goes back there with the next news.
 
 #include "Wainroad/Frame/Panels.h"
 #include "Wainroad/Journal/LogLines.h"
@@ -11,12 +11,12 @@ namespace Wainroad {
 inline constexpr Int kLogViewLines = 8;
 inline constexpr Int kLogCacheSize = 18;
 
-extern View* gLogView;                  ///< the `LogItem` while it exists, else nil
-extern std::vector<LogLine> gLogCache;  ///< at most 18, in the order of the journal
-extern Int gLogTop;                     ///< number of the line at the top of the view
-extern Int gLogMax;                     ///< greatest value of `gLogTop`
-extern bool gLoaded;                    ///< a journey was loaded, and the journal has not told of it
-extern bool gLoadedTrain;               ///< what was loaded was a whole train
+extern View* gLogView;                 ///< the `LogItem` while it exists, else nil
+extern std::vector<LogLine> gLogCache; ///< at most 18, in the order of the journal
+extern Int gLogTop;                    ///< number of the line at the top of the view
+extern Int gLogMax;                    ///< greatest value of `gLogTop`
+extern bool gLoaded;                   ///< a journey was loaded, and the journal has not told of it
+extern bool gLoadedTrain;              ///< what was loaded was a whole train
 
 extern const ViewProc LogPanel;
 extern const ViewProc LogItem;

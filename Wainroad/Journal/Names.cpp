@@ -34,9 +34,7 @@ void AppendAmount(Str255& text, Int item, Int count)
         PStrAppend(text, pstr("$"));
         PStrAppend(text, number);
         break;
-    case kNothing:
-        PStrAppend(text, ListString(kGoods, 15));
-        break;
+    case kNothing: PStrAppend(text, ListString(kGoods, 15)); break;
     default:
         if (count == 1) {
             PStrAppend(text, ListString(kFragments, kOne));

@@ -15,9 +15,9 @@ namespace Wainroad {
 using Message = std::span<const std::uint8_t>;
 
 // The lists. The second of each pair tells of another wagon.
-static constexpr Int kFragments = 1500, kTrainNews = 1501, kMyEvents = 1502, kEvents = 1522, kMyGoods = 1503, kGoodsNews = 1523,
-                     kMyChat = 1504, kChat = 1524, kMyTrades = 1505, kTrades = 1525, kMyRequests = 1506, kRequests = 1526,
-                     kDecisions = 1507;
+static constexpr Int kFragments = 1500, kTrainNews = 1501, kMyEvents = 1502, kEvents = 1522, kMyGoods = 1503,
+                     kGoodsNews = 1523, kMyChat = 1504, kChat = 1524, kMyTrades = 1505, kTrades = 1525,
+                     kMyRequests = 1506, kRequests = 1526, kDecisions = 1507;
 static constexpr Int kLandmarks = 3002, kPaces = 3009, kRations = 3010, kGoods = 3011, kMonths = 3014, kReasons = 3019,
                      kMyReasons = 3020;
 
@@ -70,7 +70,10 @@ void LowerString(Str255& text)
             text[i] = static_cast<std::uint8_t>(text[i] + 32);
 }
 
-static Int PlaceOf(const Str255& text, Int n) { return PStrPos(Str255{2, '^', static_cast<std::uint8_t>('0' + n)}, text); }
+static Int PlaceOf(const Str255& text, Int n)
+{
+    return PStrPos(Str255{2, '^', static_cast<std::uint8_t>('0' + n)}, text);
+}
 
 void FillPlace(Str255& text, Int n, const Str255& words)
 {
@@ -186,15 +189,20 @@ static Str255 FormatEvent(Message message)
     const Int code = message[0], b = message[1], index = code - 19;
     Str255 text = Entry(kMyEvents, index);
     switch (code) {
-    case 21: case 22: case 23: case 24: case 35:
-        return WagonEvent(code, Slot(b));
-    case 30: case 31: case 32: case 33: case 34:
+    case 21:
+    case 22:
+    case 23:
+    case 24:
+    case 35: return WagonEvent(code, Slot(b));
+    case 30:
+    case 31:
+    case 32:
+    case 33:
+    case 34:
         text = WagonEvent(code, Slot(b));
         FillPlace(text, 2, Entry(kGoods, 8 | b >> 5));
         return text;
-    case 43:
-        FillPlace(text, 5, Lowered(Entry(kRations, (b >> 5) + 1)));
-        return text;
+    case 43: FillPlace(text, 5, Lowered(Entry(kRations, (b >> 5) + 1))); return text;
     case 44:
         if (Slot(b) == gMySlot)
             return Entry(kEvents, index);
@@ -205,16 +213,14 @@ static Str255 FormatEvent(Message message)
             text = Entry(kMyEvents, index + 1);
         FillPlace(text, 5, Entry(kLandmarks, b + 1));
         return text;
-    case 46: case 49:
-        WagonRef(text, Slot(b));
-        return text;
+    case 46:
+    case 49: WagonRef(text, Slot(b)); return text;
     case 47:
         if ((b & 224) == 0)
             return Entry(kEvents, index);
         FillPlace(text, 5, Number(Slot(b)));
         return text;
-    case 48:
-        return FormatTrainForms(b);
+    case 48: return FormatTrainForms(b);
     case 50:
         if (b < kNobody)
             FillPlace(text, 6, NameOfSlot(b));
@@ -222,15 +228,13 @@ static Str255 FormatEvent(Message message)
             text = Entry(kEvents, index);
         FillPlace(text, 5, Number(gState.wagons));
         return text;
-    case 51:
-        FillPlace(text, 6, NameOfSlot(b));
-        return text;
-    case 53:
-        return FormatDrowned(b);
-    case 60:
-        return Entry(kEvents, index);
-    case 20: case 25: case 61: case 62:
-        return text;
+    case 51: FillPlace(text, 6, NameOfSlot(b)); return text;
+    case 53: return FormatDrowned(b);
+    case 60: return Entry(kEvents, index);
+    case 20:
+    case 25:
+    case 61:
+    case 62: return text;
     default: // illness, recovery, death: of a person
         PersonRef(text, b);
         return text;
@@ -453,9 +457,20 @@ Int MessageFace(Message message)
     const Int code = message[0], b = message.size() > 1 ? I(message[1]) : 0;
     const bool mine = Slot(b) == gMySlot;
     switch (code) {
-    case 71: case 88: return 1;
-    case 118: case 119: return b != gMySlot;
-    case 23: case 24: case 26: case 27: case 29: case 34: case 35: case 64: case 65: case 66: return mine;
+    case 71:
+    case 88: return 1;
+    case 118:
+    case 119: return b != gMySlot;
+    case 23:
+    case 24:
+    case 26:
+    case 27:
+    case 29:
+    case 34:
+    case 35:
+    case 64:
+    case 65:
+    case 66: return mine;
     }
     return mine && ((code >= 37 && code <= 42) || (code >= 53 && code <= 59));
 }

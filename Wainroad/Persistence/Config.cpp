@@ -238,7 +238,10 @@ void WriteConfigFile()
     }
 }
 
-static void BeginWriting() { sWriting = std::make_unique<HostFiles::Replacement>(gConfigVRef, gConfigDirID, gConfigName); }
+static void BeginWriting()
+{
+    sWriting = std::make_unique<HostFiles::Replacement>(gConfigVRef, gConfigDirID, gConfigName);
+}
 
 /// Puts what was written in place of the old file.
 static OSErr EndWriting()

@@ -9,15 +9,15 @@ namespace Wainroad {
 using namespace MacToolbox;
 
 inline constexpr Int kConfigBytes = 1108;
-inline constexpr Int kConfigOptionsAt = 38; ///< offset of the packed `Options`
+inline constexpr Int kConfigOptionsAt = 38;  ///< offset of the packed `Options`
 inline constexpr Int kConfigLegendsAt = 456; ///< offset of list 0; list 1 follows
 
-extern Handle gConfig; ///< the image of the file
+extern Handle gConfig;       ///< the image of the file
 extern Handle gConfigBuffer; ///< 578 bytes, used in network modes only
-extern Int gConfigMode; ///< 0 local; 1 and 2 are network modes that this program never enters
-extern Int gConfigRef; ///< open file, -1 when closed
-extern Int gConfigDate; ///< modification date last seen
-extern bool gConfigChanged; ///< the image has changes to write
+extern Int gConfigMode;      ///< 0 local; 1 and 2 are network modes that this program never enters
+extern Int gConfigRef;       ///< open file, -1 when closed
+extern Int gConfigDate;      ///< modification date last seen
+extern bool gConfigChanged;  ///< the image has changes to write
 extern Str255 gConfigName;
 extern Int gConfigVRef, gConfigDirID;
 

@@ -21,10 +21,10 @@ inline constexpr Int kLegendRows = 10;
 inline constexpr Int kLegendBytes = 326;
 
 extern std::array<Legend, kLegendRows> gLegends; ///< in descending order of points
-extern Int gLegendCount; ///< entries in use, 0..10
-extern Int gLegendMax; ///< the limit stored with the list
-extern Int gLegendPad; ///< carried unchanged
-extern Int gLegendFile; ///< the list in use
+extern Int gLegendCount;                         ///< entries in use, 0..10
+extern Int gLegendMax;                           ///< the limit stored with the list
+extern Int gLegendPad;                           ///< carried unchanged
+extern Int gLegendFile;                          ///< the list in use
 
 /// The 326 stored bytes of a list, after reading the file again if its date moved. `out` may be nil.
 Bytes ReadLegends(Int list, Handle out = nullptr);

@@ -2,8 +2,8 @@
 
 #include "Wainroad/Simulation/Records.h"
 
-/// The form of a saved game: a head of 4198 bytes, then the 10240 bytes of the journal. What the journal's bytes and its
-/// 34 bytes of counts mean is the journal's matter.
+/// The form of a saved game: a head of 4198 bytes, then the 10240 bytes of the journal. What the journal's bytes and
+/// its 34 bytes of counts mean is the journal's matter.
 namespace Wainroad {
 
 inline constexpr Int kSaveHeadBytes = 4198;

@@ -137,8 +137,9 @@ Str255 kilobytes(Int n)
 void drawSystemInfo(const Rect& pane)
 {
     const std::array<Str255, 7> values{kindOrNumber(kMachines, gMachineFacts.machine),
-        kindOrNumber(kProcessors, gMachineFacts.processor), systemVersion(), pstr(std::to_string(gMachineFacts.networkVersion)),
-        kilobytes(kFreeKilobytes), kilobytes(kKilobytes), kilobytes(kKilobytes)};
+        kindOrNumber(kProcessors, gMachineFacts.processor), systemVersion(),
+        pstr(std::to_string(gMachineFacts.networkVersion)), kilobytes(kFreeKilobytes), kilobytes(kKilobytes),
+        kilobytes(kKilobytes)};
     FontInfo font;
     GetFontInfo(font);
     const Int centre = pane.width() / 2;

@@ -41,11 +41,8 @@ Int arrivalProc(View& panel, Msg& msg)
             LogAppendString(gLogTE, line, true);
         }
         return PanelDescriptor(1, 13, 9090);
-    case kMsgClick:
-        OpenPanel(ScorePanel);
-        return 1;
-    default:
-        return 0;
+    case kMsgClick: OpenPanel(ScorePanel); return 1;
+    default: return 0;
     }
 }
 
@@ -74,8 +71,7 @@ Int gameOverProc(View& panel, Msg& msg)
         ToTitle();
         RemoveTimer(panel);
         return 1;
-    default:
-        return 0;
+    default: return 0;
     }
 }
 

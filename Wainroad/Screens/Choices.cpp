@@ -80,8 +80,7 @@ Int explanationPanel(View& panel, Msg& msg, Int ditl, const ViewProc& back)
         ClearKeys();
         OpenPanel(back);
         return 1;
-    default:
-        return 0;
+    default: return 0;
     }
 }
 

@@ -152,14 +152,9 @@ Int crossingItemProc(View& item, Msg& msg)
         if (s->showing)
             SWDraw(s->world, s->world.last().get(), item.r, true);
         return 1;
-    case kMsgTimer:
-        animateCrossing(item);
-        return 1;
-    case kMsgClose:
-        closeCrossing(item);
-        return 1;
-    default:
-        return UserItem.fn(item, msg);
+    case kMsgTimer: animateCrossing(item); return 1;
+    case kMsgClose: closeCrossing(item); return 1;
+    default: return UserItem.fn(item, msg);
     }
 }
 
@@ -232,16 +227,13 @@ Int crossWaitProc(View& panel, Msg& msg)
             AddTimer(panel, 15);
         }
         return PanelDescriptor(3, 10, 6360);
-    case kMsgTimer:
-        watchOthers(panel);
-        return 1;
+    case kMsgTimer: watchOthers(panel); return 1;
     case kMsgClose:
         RemoveTimer(panel);
         OpenPanel(CrossingPanel);
         OpenPanel(CrossingTextPanel);
         return 1;
-    default:
-        return 0;
+    default: return 0;
     }
 }
 
@@ -307,14 +299,9 @@ Int crossingResultProc(View& panel, Msg& msg)
         s->wait = kReportTicks;
         endSpan(panel);
         return 1;
-    case kMsgTimer:
-        endSpan(panel);
-        return 1;
-    case kMsgClose:
-        closeReport(panel);
-        return 1;
-    default:
-        return 0;
+    case kMsgTimer: endSpan(panel); return 1;
+    case kMsgClose: closeReport(panel); return 1;
+    default: return 0;
     }
 }
 

@@ -16,7 +16,8 @@ enum class BlockAt : Int { mark = 0, start = 1 };
 OSErr WriteBlock(Int ref, const Handle& block, Int count, BlockAt at);
 /// Reads a block. A file that ends before it does gives eofErr. Tells nobody.
 OSErr ReadBlock(Int ref, const Handle& block, Int count, BlockAt at);
-/// Shows text 17 of `STR#` 3000, that the disk takes no more, in the middle. `Fatal` with "GetAlert" if the alert is missing.
+/// Shows text 17 of `STR#` 3000, that the disk takes no more, in the middle. `Fatal` with "GetAlert" if the alert is
+/// missing.
 void TellDiskIsFull();
 
 } // namespace Wainroad

@@ -31,7 +31,7 @@ namespace {
 const AtRunStart sFreshStart([] { gQuit = false; });
 
 constexpr Int kFileMenu = 1001, kIntroductionMenu = 1003;
-constexpr Int kLeaveItem = 3; // leaves without saving
+constexpr Int kLeaveItem = 3;               // leaves without saving
 constexpr Int kExitText = 2, kQuitText = 3; // of STR# 3000
 
 /// Serves the panel that asks before the journey is left. With several wagons the others are told first.
@@ -61,8 +61,7 @@ Int leavePanel(View& panel, Msg& msg, Int text, MessageKind message, void (*leav
             SendMessage(message, 0, 0, 0, kAllNodes);
         }
         return 1;
-    default:
-        return 0;
+    default: return 0;
     }
 }
 
@@ -115,8 +114,8 @@ void ExitGame()
         return;
     case 1:
         LeaveLobby();
-        for (const ViewProc* panel : {&OccupationsInfoPanel, &NoNamePanel, &StoreHelpPanel, &CantAffordPanel, &TooManyPanel,
-                 &NeedOxenFoodPanel})
+        for (const ViewProc* panel :
+            {&OccupationsInfoPanel, &NoNamePanel, &StoreHelpPanel, &CantAffordPanel, &TooManyPanel, &NeedOxenFoodPanel})
             ClosePanel(*panel);
         break;
     }

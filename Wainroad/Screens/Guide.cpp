@@ -36,9 +36,9 @@ constexpr Int kByFirstFork = -1, kBySecondFork = -2;
 struct Pages {
     Int onTheWay, there;
 };
-constexpr std::array<Pages, 18> kPagesByPlace{{{33, 33}, {33, 37}, {37, 7}, {7, 26}, {26, 13}, {13, 27}, {27, 34}, {34, 54},
-    {54, kByFirstFork}, {kByFirstFork, 32}, {32, 53}, {53, 25}, {25, 52}, {52, 23}, {23, 30}, {30, kBySecondFork},
-    {kBySecondFork, 17}, {17, 61}}};
+constexpr std::array<Pages, 18> kPagesByPlace{{{33, 33}, {33, 37}, {37, 7}, {7, 26}, {26, 13}, {13, 27}, {27, 34},
+    {34, 54}, {54, kByFirstFork}, {kByFirstFork, 32}, {32, 53}, {53, 25}, {25, 52}, {52, 23}, {23, 30},
+    {30, kBySecondFork}, {kBySecondFork, 17}, {17, 61}}};
 
 void turnPage(View& panel, Int part)
 {
@@ -89,8 +89,7 @@ Int guidePanelProc(View& panel, Msg& msg)
         case kCorner: turnPage(panel, MsgResult(msg)); break;
         }
         return 1;
-    default:
-        return 0;
+    default: return 0;
     }
 }
 
@@ -184,8 +183,7 @@ Int topicsProc(View& panel, Msg& msg)
         ClearKeys();
         OpenPanel(GuidePanel);
         return 1;
-    default:
-        return 0;
+    default: return 0;
     }
 }
 

@@ -41,8 +41,8 @@ const AtRunStart sFreshStart([] {
 constexpr Int kFileMenu = 1001;
 constexpr Int kMessages = 3022, kPlaces = 3002;
 constexpr Int kJournalHunt = 105, kJournalHunting = 3;
-constexpr Int kPlains = 4;    // landmark whose surroundings are open grass
-constexpr Int kFewKinds = 2;  // kinds left in the end
+constexpr Int kPlains = 4;   // landmark whose surroundings are open grass
+constexpr Int kFewKinds = 2; // kinds left in the end
 
 void enableMenus(bool on)
 {
@@ -127,8 +127,7 @@ Int huntWaitProc(View& panel, Msg& msg)
         RemoveTimer(panel);
         OpenPanel(HuntPanel);
         return 1;
-    default:
-        return 0;
+    default: return 0;
     }
 }
 
@@ -166,16 +165,13 @@ Int huntResultProc(View& panel, Msg& msg)
         }
         return PanelDescriptor(1, 10, 6340);
     case kMsgClick:
-    case kMsgTimer:
-        ShowTravelScreen();
-        return 1;
+    case kMsgTimer: ShowTravelScreen(); return 1;
     case kMsgClose:
         ClearKeys();
         RemoveTimer(panel);
         WaitForSound();
         return 1;
-    default:
-        return 0;
+    default: return 0;
     }
 }
 
@@ -193,15 +189,12 @@ Int refusal(View& panel, Msg& msg, const Str255& text, Int ticks)
         }
         return PanelDescriptor(1, 10, 6320);
     case kMsgClick:
-    case kMsgTimer:
-        ShowTravelScreen();
-        return 1;
+    case kMsgTimer: ShowTravelScreen(); return 1;
     case kMsgClose:
         if (ticks > 0)
             RemoveTimer(panel);
         return 1;
-    default:
-        return 0;
+    default: return 0;
     }
 }
 

@@ -30,10 +30,10 @@ constexpr Int kCrosshair = 128;
 constexpr Int kLeft = 9, kRight = 503, kTop = 59, kDepth = 166; // the field in window coordinates
 constexpr Int kBackdropTop = 34, kStripTop = 225;
 constexpr Point kMuzzle{228, 256};
-constexpr Int kShotSpeed = 20;  // pixels a frame
+constexpr Int kShotSpeed = 20; // pixels a frame
 constexpr Int kMostBullets = 20, kMostAnimalsOut = 2, kMostHits = 4;
 constexpr Int kFrameTicks = 3;
-constexpr Int kSceneryID = 2;   // an `id` above it is a shot animal, a negative one lives
+constexpr Int kSceneryID = 2; // an `id` above it is a shot animal, a negative one lives
 
 struct HuntState {
     SpriteWorld world;
@@ -223,9 +223,7 @@ Int huntItemProc(View& item, Msg& msg)
         if (ItemsLoaded(item))
             openHunt(item);
         return 1;
-    case kMsgClick:
-        Shoot(msg.point().v, msg.point().h);
-        return 1;
+    case kMsgClick: Shoot(msg.point().v, msg.point().h); return 1;
     case kMsgDraw:
         if ((msg.param & 0xFFFF) != 0)
             reopenHunt(item);
@@ -237,11 +235,8 @@ Int huntItemProc(View& item, Msg& msg)
         animateHunt(item);
         return 1;
     }
-    case kMsgClose:
-        closeHunt(item);
-        return 1;
-    default:
-        return UserItem.fn(item, msg);
+    case kMsgClose: closeHunt(item); return 1;
+    default: return UserItem.fn(item, msg);
     }
 }
 
@@ -258,8 +253,7 @@ Int huntPanelProc(View& panel, Msg& msg)
         case kEndHunt: s->huntTicks = 0; break;
         }
         return 1;
-    default:
-        return 0;
+    default: return 0;
     }
 }
 
@@ -302,7 +296,8 @@ void walkOn(Sprite& sprite)
 SpriteRef firstHit(const Sprite& bullet)
 {
     for (const SpriteRef& sprite : s->world.sprites)
-        if (sprite.get() != &bullet && (sprite->id < 0 || sprite->id == kSceneryID) && sprite->cur.dst.contains(bullet.cur.pos))
+        if (sprite.get() != &bullet && (sprite->id < 0 || sprite->id == kSceneryID)
+            && sprite->cur.dst.contains(bullet.cur.pos))
             return sprite;
     return nullptr;
 }
@@ -426,7 +421,8 @@ void Shoot(Int v, Int h)
     }
     QueueSound(kShotSound);
     ++s->shots;
-    const SpriteRef bullet = AddSprite(s->world, s->scenery, nullptr, kBulletFrame, kBulletFrame, 1, kMuzzle.h, kMuzzle.v);
+    const SpriteRef bullet =
+        AddSprite(s->world, s->scenery, nullptr, kBulletFrame, kBulletFrame, 1, kMuzzle.h, kMuzzle.v);
     bullet->moveProc = BulletMove;
     SWRemoveSprite(s->world, bullet);
     SWInsertSprite(s->world, bullet, 1);

@@ -10,8 +10,8 @@ namespace Wainroad {
 // By kind of animal.
 inline constexpr std::array<Int, kAnimalKinds> gAnimalFrames{5, 4, 3, 3, 4, 5, 4}; ///< number of the last frame
 inline constexpr std::array<Int, kAnimalKinds> gAnimalDeathFrames{2, 2, 1, 1, 2, 2, 2};
-inline constexpr std::array<Int, kAnimalKinds> gAnimalSpeed{3, 8, 9, 7, 6, 4, 10}; ///< pixels a frame
-inline constexpr std::array<Int, kAnimalKinds> gAnimalFrameRate{3, 2, 2, 2, 2, 2, 2}; ///< frames an image
+inline constexpr std::array<Int, kAnimalKinds> gAnimalSpeed{3, 8, 9, 7, 6, 4, 10};         ///< pixels a frame
+inline constexpr std::array<Int, kAnimalKinds> gAnimalFrameRate{3, 2, 2, 2, 2, 2, 2};      ///< frames an image
 inline constexpr std::array<Int, kAnimalKinds> gAnimalFoodMin{250, 35, 1, 1, 175, 90, 20}; ///< pounds
 inline constexpr std::array<Int, kAnimalKinds> gAnimalFoodRand{270, 25, 2, 1, 180, 30, 10};
 

@@ -18,8 +18,8 @@ namespace {
 enum LegendsItems : Int { kLoadItem = 2, kTravelItem = 3, kListItem = 4, kFirstPortrait = 5, kHeadingItem = 10 };
 constexpr Int kLegendsTicks = 600; // ten seconds back to the title
 constexpr Int kPortraits = 5, kPortraitImages = 9010;
-constexpr Int kRankPoints = 3000;  // points a rank word
-constexpr Int kRankColumn = 150;   // pixels left of the right edge
+constexpr Int kRankPoints = 3000; // points a rank word
+constexpr Int kRankColumn = 150;  // pixels left of the right edge
 
 void drawRow(const View& item, Int row, Int baseline, const FontInfo& font)
 {
@@ -77,7 +77,8 @@ void openLegends(View& panel)
     AddTimer(panel, kLegendsTicks);
     InstallUserItem(panel, kListItem, LegendsItem);
     for (Int i = 0; i < kPortraits; ++i)
-        InstallUserItem(panel, kFirstPortrait + i, ImageItemProc, 0, ImageSpec{kPortraitImages, 19010, i, 1, gScreenDepth});
+        InstallUserItem(
+            panel, kFirstPortrait + i, ImageItemProc, 0, ImageSpec{kPortraitImages, 19010, i, 1, gScreenDepth});
     SetItemJust(panel, kHeadingItem, 1);
 }
 
@@ -102,18 +103,12 @@ Int legendsPanelProc(View& panel, Msg& msg)
             DisableItem(GetMHandle(1003), 1);
             LoadGame();
             break;
-        default:
-            OpenPanel(TitlePanel);
+        default: OpenPanel(TitlePanel);
         }
         return 1;
-    case kMsgTimer:
-        OpenPanel(TitlePanel);
-        return 1;
-    case kMsgClose:
-        RemoveTimer(panel);
-        return 1;
-    default:
-        return 0;
+    case kMsgTimer: OpenPanel(TitlePanel); return 1;
+    case kMsgClose: RemoveTimer(panel); return 1;
+    default: return 0;
     }
 }
 

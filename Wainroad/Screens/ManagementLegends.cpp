@@ -65,7 +65,8 @@ Str255 fitting(Str255 name, Int width)
     return name;
 }
 
-void drawCell(Int message, bool selected, const Rect& r, Cell, std::span<const std::uint8_t> bytes, const ListHandle& list)
+void drawCell(
+    Int message, bool selected, const Rect& r, Cell, std::span<const std::uint8_t> bytes, const ListHandle& list)
 {
     if (message == lHiliteMsg) {
         InvertRect(r);

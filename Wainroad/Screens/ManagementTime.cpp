@@ -107,15 +107,13 @@ bool timeFilter(const DialogPtr& dialog, EventRecord& event, Int& item)
             EndUpdate(dialog);
         }
         return false;
-    case keyDown:
-        return keyEnds(dialog, event, item);
+    case keyDown: return keyEnds(dialog, event, item);
     case mouseDown:
         if (!s->popup.contains(dialog->toLocal(event.where)))
             return false;
         item = kPopupHit;
         return true;
-    default:
-        return false;
+    default: return false;
     }
 }
 

@@ -51,15 +51,12 @@ Int mourningProc(View& panel, Msg& msg)
             AddTimer(panel, kLongTicks);
         }
         return 1;
-    case kMsgClick:
-        endMourning();
-        return 1;
+    case kMsgClick: endMourning(); return 1;
     case kMsgClose:
         gMourning = false;
         RemoveTimer(panel);
         return 1;
-    default:
-        return 0;
+    default: return 0;
     }
 }
 

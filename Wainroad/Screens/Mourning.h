@@ -4,7 +4,7 @@
 
 namespace Wainroad {
 
-extern const ViewProc MourningPanel;     ///< somebody died: ten seconds, or until a click
+extern const ViewProc MourningPanel; ///< somebody died: ten seconds, or until a click
 extern const ViewProc MourningTextPanel;
 
 } // namespace Wainroad

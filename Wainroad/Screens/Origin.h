@@ -9,8 +9,7 @@ namespace Wainroad {
 /// own coordinates.
 class OriginScope {
 public:
-    explicit OriginScope(const View& view)
-        : old_(thePort->portRect.topLeft())
+    explicit OriginScope(const View& view) : old_(thePort->portRect.topLeft())
     {
         SetOrigin(old_.h - view.r.left, old_.v - view.r.top);
     }

@@ -84,7 +84,8 @@ void drawMember(const View& item, std::size_t member, Int& baseline, Int& spare)
     DrawToRight(name, middle, baseline);
 
     const Int illness = sShown->illness[member];
-    const Str255 state = illness == kWell ? ListString(kHealthWords, sShown->health / 35 + 1) : ListString(kIllnessWords, illness + 1);
+    const Str255 state =
+        illness == kWell ? ListString(kHealthWords, sShown->health / 35 + 1) : ListString(kIllnessWords, illness + 1);
     MoveTo(middle, baseline);
     DrawString(state);
     EraseRect({baseline - 10, middle + StringWidth(state), baseline + 2, item.r.width()});
@@ -100,9 +101,7 @@ Int partyItemProc(View& item, Msg& msg)
             takeParty();
         }
         return 1;
-    case kMsgDraw:
-        DrawParty(item);
-        return 1;
+    case kMsgDraw: DrawParty(item); return 1;
     case kMsgTimer:
         if (partyChanged()) {
             takeParty();
@@ -110,8 +109,7 @@ Int partyItemProc(View& item, Msg& msg)
                 DrawParty(item);
         }
         return 1;
-    default:
-        return TimedItem(item, msg);
+    default: return TimedItem(item, msg);
     }
 }
 
@@ -167,9 +165,7 @@ Int suppliesItemProc(View& item, Msg& msg)
             takeSupplies();
         }
         return 1;
-    case kMsgDraw:
-        DrawSupplies(item);
-        return 1;
+    case kMsgDraw: DrawSupplies(item); return 1;
     case kMsgTimer:
         if (gState.order[static_cast<std::size_t>(sShown->slot & 31)] != kNobody && suppliesChanged()) {
             takeSupplies();
@@ -177,8 +173,7 @@ Int suppliesItemProc(View& item, Msg& msg)
                 DrawSupplies(item);
         }
         return 1;
-    default:
-        return TimedItem(item, msg);
+    default: return TimedItem(item, msg);
     }
 }
 
@@ -191,11 +186,8 @@ Int occupationItemProc(View& item, Msg& msg)
         if (ItemsLoaded(item))
             sShown->occupation = shownWagon().occupation + 1;
         return 1;
-    case kMsgDraw:
-        DrawOccupation(item);
-        return 1;
-    default:
-        return UserItem.fn(item, msg);
+    case kMsgDraw: DrawOccupation(item); return 1;
+    default: return UserItem.fn(item, msg);
     }
 }
 
@@ -213,11 +205,8 @@ Int partyPanelProc(View& panel, Msg& msg)
             panel.style = {6322, 0, 1, 12, 0};
         }
         return PanelDescriptor(1, 10, 6183);
-    case kMsgClose:
-        RemoveTimer(panel);
-        return 1;
-    default:
-        return 0;
+    case kMsgClose: RemoveTimer(panel); return 1;
+    default: return 0;
     }
 }
 

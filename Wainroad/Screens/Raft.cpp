@@ -82,8 +82,7 @@ Int raftIntroProc(View& panel, Msg& msg)
         RemoveTimer(panel);
         OpenPanel(RaftPanel);
         return 1;
-    default:
-        return 0;
+    default: return 0;
     }
 }
 
@@ -94,11 +93,8 @@ Int raftPanelProc(View& panel, Msg& msg)
         if (ItemsLoaded(panel))
             InstallUserItem(panel, 1, raftItem);
         return PanelDescriptor(3, 13, 9200);
-    case kMsgClose:
-        closeClip();
-        return 1;
-    default:
-        return 0;
+    case kMsgClose: closeClip(); return 1;
+    default: return 0;
     }
 }
 
@@ -135,8 +131,7 @@ Int arrivingProc(View& panel, Msg& msg)
             endJourney(panel);
         }
         return 1;
-    default:
-        return 0;
+    default: return 0;
     }
 }
 
@@ -198,7 +193,8 @@ void drawLossColumns(const Rect& box, Int top, Int lineHeight)
         lines.draw(text);
     }
     if (gRaftLoss.drowned[0] != 0)
-        lines.draw(drownedLine(gState.names[static_cast<std::size_t>(gState.order[static_cast<std::size_t>(gMySlot & 31)] & 31)]));
+        lines.draw(drownedLine(
+            gState.names[static_cast<std::size_t>(gState.order[static_cast<std::size_t>(gMySlot & 31)] & 31)]));
     for (std::size_t member = 1; member < kMaxPeople; ++member)
         if (gRaftLoss.drowned[member] != 0)
             lines.draw(drownedLine(gRaftWagon.family[member - 1]));

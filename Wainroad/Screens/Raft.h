@@ -9,9 +9,9 @@
 
 namespace Wainroad {
 
-extern Wagon gRaftWagon;                           ///< the copy that the run's losses are made on
-extern LossPacket gRaftLoss;                       ///< of the last rock; in the end of the whole run
-extern std::array<bool, kMaxPeople> gRaftDrowned;  ///< during the run
+extern Wagon gRaftWagon;                          ///< the copy that the run's losses are made on
+extern LossPacket gRaftLoss;                      ///< of the last rock; in the end of the whole run
+extern std::array<bool, kMaxPeople> gRaftDrowned; ///< during the run
 
 /// Tells the model, and shows the panel before the run.
 void StartRaft();

@@ -37,7 +37,8 @@ constexpr std::array<Band, 4> kRaftBand{{{210, 217}, {218, 222}, {222, 240}, {24
 struct Edge {
     Int left, right;
 };
-constexpr std::array<std::array<Edge, 4>, 3> kRaftEdge{{ // by `steer` + 1
+constexpr std::array<std::array<Edge, 4>, 3> kRaftEdge{{
+    // by `steer` + 1
     {{{21, 41}, {12, 40}, {8, 48}, {6, 58}}},
     {{{16, 36}, {17, 45}, {11, 50}, {5, 57}}},
     {{{26, 46}, {23, 49}, {13, 53}, {5, 57}}},
@@ -45,17 +46,17 @@ constexpr std::array<std::array<Edge, 4>, 3> kRaftEdge{{ // by `steer` + 1
 
 struct Rock {
     bool used = false;
-    float drift = 0; // sideways, pixels in half a frame
+    float drift = 0;    // sideways, pixels in half a frame
     float fraction = 0; // drift not yet made
 };
 
 struct RunOfRaft {
     SpriteWorld world;
     BitMapsRef frames, masks, leftBank, rightBank;
-    Int riverLeft = 0; // frames
-    Int nextFrame = 0; // tick
+    Int riverLeft = 0;  // frames
+    Int nextFrame = 0;  // tick
     Int crashPause = 0; // 0 runs; 100 a fresh crash, 1 the end of its report
-    Int steer = 0; // -1, 0 or 1
+    Int steer = 0;      // -1, 0 or 1
     Int raftH = 0, raftWidth = 0;
     Int rockWait = 0, rocks = 0, maxRocks = 0, lastRockX = kNoLane;
     std::array<Rock, kRockSlots> rock;
@@ -212,11 +213,8 @@ Int raftItemProc(View& item, Msg& msg)
         else
             SWDraw(s->world, s->world.last().get(), thePort->visRgn->region.bounds(), true);
         return 1;
-    case kMsgClose:
-        closeRaft(item);
-        return 1;
-    default:
-        return UserItem.fn(item, msg);
+    case kMsgClose: closeRaft(item); return 1;
+    default: return UserItem.fn(item, msg);
     }
 }
 
@@ -361,8 +359,8 @@ void NewRock()
     ++s->rocks;
     const Int lane = drawLane();
     *slot = {true, static_cast<float>(lane) * 0.0178F, 0};
-    const SpriteRef rock
-        = AddSprite(s->world, s->frames, s->masks, kLastRockFrame, kLastRockFrame, -1, 2 * lane + 189, kRockTop);
+    const SpriteRef rock =
+        AddSprite(s->world, s->frames, s->masks, kLastRockFrame, kLastRockFrame, -1, 2 * lane + 189, kRockTop);
     rock->id = kFirstRockID - I(slot - s->rock.begin());
     rock->moveProc = MoveRock;
     rock->moveInterval = 1;
@@ -408,7 +406,8 @@ bool RockHits(const Sprite& sprite)
     const Rect upper{v + 5, h + 21, v + 21, h + 49}, lower{v + 21, h + 1, v + 31, h + 64};
     const auto& edges = kRaftEdge[static_cast<std::size_t>(s->steer + 1)];
     for (std::size_t band = 0; band < kRaftBand.size(); ++band) {
-        const Rect raft{kRaftBand[band].top, s->raftH + edges[band].left, kRaftBand[band].bottom, s->raftH + edges[band].right};
+        const Rect raft{
+            kRaftBand[band].top, s->raftH + edges[band].left, kRaftBand[band].bottom, s->raftH + edges[band].right};
         if (raft.intersects(upper) || raft.intersects(lower))
             return true;
     }

@@ -52,8 +52,7 @@ Int restPanelProc(View& panel, Msg& msg)
         case kCancel: ShowTravelScreen(); break;
         }
         return 1;
-    default:
-        return 0;
+    default: return 0;
     }
 }
 
@@ -71,8 +70,7 @@ Int restRangePanelProc(View& panel, Msg& msg)
         PopKeys();
         OpenPanel(RestPanel);
         return 1;
-    default:
-        return 0;
+    default: return 0;
     }
 }
 

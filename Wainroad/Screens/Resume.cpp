@@ -78,8 +78,7 @@ Int resumeProc(View& panel, Msg& msg)
         ClearKeys();
         RemoveTimer(panel);
         return 1;
-    default:
-        return 0;
+    default: return 0;
     }
 }
 

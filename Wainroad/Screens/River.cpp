@@ -29,8 +29,8 @@ const AtRunStart sFreshStart([] {
 
 enum RiverItems : Int { kFordItem = 1, kFloatItem, kFerryItem, kGuideItem, kInfoItem };
 constexpr Int kSecondRiver = 1, kThirdRiver = 8, kLastRiver = 11;
-constexpr Int kFerryPrice = 500;  // cents
-constexpr Int kGuidePrice = 3;    // sets of clothes
+constexpr Int kFerryPrice = 500;                // cents
+constexpr Int kGuidePrice = 3;                  // sets of clothes
 constexpr Int kFloatDepth = 3, kFerryDepth = 5; // half feet: shallower needs neither
 constexpr Int kJournalChoice = 130;
 
@@ -103,11 +103,8 @@ Int riverPanelProc(View& panel, Msg& msg)
             setRiverTexts();
         }
         return riverDescriptor(8070);
-    case kMsgClick:
-        choose(MsgItem(msg));
-        return 1;
-    default:
-        return 0;
+    case kMsgClick: choose(MsgItem(msg)); return 1;
+    default: return 0;
     }
 }
 
@@ -119,16 +116,13 @@ Int riverMessage(View& panel, Msg& msg, Int ditl)
         if (ItemsLoaded(panel))
             SetKeys(panel, 1, 1, 0);
         return riverDescriptor(ditl);
-    case kMsgClick:
-        OpenPanel(RiverPanel);
-        return 1;
+    case kMsgClick: OpenPanel(RiverPanel); return 1;
     case kMsgClose:
         ClearKeys();
         if (gCrossWagons != 1)
             RemoveTimer(panel);
         return 1;
-    default:
-        return 0;
+    default: return 0;
     }
 }
 
@@ -328,8 +322,8 @@ void SendCrossingLosses()
 
 bool CrossingPanelIsOpen()
 {
-    for (const ViewProc* proc : {&RiverPanel, &TooShallowPanel, &NoFerryNeededPanel, &NoFerryMoneyPanel, &NoClothesPanel,
-             &RiverInfoPanel, &CrossingPanel, &CrossWaitPanel, &CrossingResultPanel})
+    for (const ViewProc* proc : {&RiverPanel, &TooShallowPanel, &NoFerryNeededPanel, &NoFerryMoneyPanel,
+             &NoClothesPanel, &RiverInfoPanel, &CrossingPanel, &CrossWaitPanel, &CrossingResultPanel})
         if (FindPanel(*proc))
             return true;
     return false;

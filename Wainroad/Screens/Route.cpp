@@ -44,7 +44,10 @@ Int routePanelProc(View&, Msg& msg)
 {
     switch (msg.what) {
     case kMsgOpen:
-        return PanelDescriptor(1, 10, gState.landmark == kFirstFork ? 6270 : gState.landmark == kSecondFork ? 6280 : 6281);
+        return PanelDescriptor(1, 10,
+            gState.landmark == kFirstFork        ? 6270
+                : gState.landmark == kSecondFork ? 6280
+                                                 : 6281);
     case kMsgClick: {
         if (SettingOff())
             return 1;
@@ -57,8 +60,7 @@ Int routePanelProc(View&, Msg& msg)
         ShowTravelScreen();
         return 1;
     }
-    default:
-        return 0;
+    default: return 0;
     }
 }
 
@@ -133,8 +135,7 @@ Int BackToTravelPanel(View& panel, Msg& msg, Int descriptor)
         ClearKeys();
         ShowTravelScreen();
         return 1;
-    default:
-        return 0;
+    default: return 0;
     }
 }
 

@@ -6,10 +6,10 @@
 
 namespace Wainroad {
 
-extern const ViewProc RoutePanel;         ///< item 3 is the other way, at the toll the raft; any other the usual way
+extern const ViewProc RoutePanel; ///< item 3 is the other way, at the toll the raft; any other the usual way
 extern const ViewProc NoTollPanel;
 extern const ViewProc CantContinuePanel;
-extern const ViewProc OnlyFortsPanel;     ///< there is no store here
+extern const ViewProc OnlyFortsPanel; ///< there is no store here
 
 /// Serves a panel with one button that leads back to the travel screen.
 Int BackToTravelPanel(View& panel, Msg& msg, Int descriptor);

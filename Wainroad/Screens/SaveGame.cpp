@@ -56,7 +56,8 @@ bool isNoSavedGame(OSType type, const Str255&) { return type != kSaveType && typ
 GameFile askSaveName()
 {
     SFReply reply;
-    SFPutFile(panelCorner(kSaveDialog, "SaveGameGetRes"), pstr("Save current game as:"), gSaveFile.name, nullptr, reply, kSaveType);
+    SFPutFile(panelCorner(kSaveDialog, "SaveGameGetRes"), pstr("Save current game as:"), gSaveFile.name, nullptr, reply,
+        kSaveType);
     return fileOf(reply);
 }
 
@@ -179,7 +180,8 @@ void describeTrain()
     std::copy(trainName.begin(), trainName.end(), gResume->bytes.begin() + 3);
     for (std::size_t slot = 0; slot < kMaxWagons; ++slot) {
         const auto& name = gTrain.names[slot].field();
-        std::copy(name.begin(), name.end(), gResume->bytes.begin() + kResumeNamesAt + std::ptrdiff_t(slot) * kResumeNameBytes);
+        std::copy(name.begin(), name.end(),
+            gResume->bytes.begin() + kResumeNamesAt + std::ptrdiff_t(slot) * kResumeNameBytes);
     }
 }
 

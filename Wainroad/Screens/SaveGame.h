@@ -16,10 +16,10 @@ struct GameFile {
     Int vRefNum = 0, dirID = 0;
     Str255 name{0};
 };
-extern GameFile gSaveFile;   ///< the last one; its name is offered for the next
-extern OSType gGameType;     ///< type of the file last opened
-extern bool gResumed;        ///< the journey comes from a file
-extern Handle gResume;       ///< 564 bytes that tell which wagons of a train can be picked; nil otherwise
+extern GameFile gSaveFile; ///< the last one; its name is offered for the next
+extern OSType gGameType;   ///< type of the file last opened
+extern bool gResumed;      ///< the journey comes from a file
+extern Handle gResume;     ///< 564 bytes that tell which wagons of a train can be picked; nil otherwise
 inline constexpr Int kResumeBytes = 564, kResumeFreeAt = 19, kResumeNamesAt = 52, kResumeNameBytes = 16;
 
 /// Asks where to save and writes, again and again until it is written or cancelled. @return False if it was cancelled.

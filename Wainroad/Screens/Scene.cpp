@@ -44,10 +44,7 @@ void place(Sprite& sprite, Int h, Int v)
 
 bool landmarkIsReached() { return sScene->landmark && sScene->landmark->cur.pos.h == endOf(*sScene->landmark); }
 
-bool someoneIsCrossing()
-{
-    return CountAilments(gState, -1, 0, kFlag2Crossing) > 0;
-}
+bool someoneIsCrossing() { return CountAilments(gState, -1, 0, kFlag2Crossing) > 0; }
 
 /// Shows the landmark ahead, as far away as it is.
 void showLandmark(Sprite& sprite)
@@ -119,11 +116,8 @@ Int sceneItemProc(View& item, Msg& msg)
         }
         SWDraw(sScene->world, sScene->world.last().get(), thePort->visRgn->region.bounds(), true);
         return 1;
-    case kMsgClose:
-        closeScene(item);
-        return 1;
-    default:
-        return UserItem.fn(item, msg);
+    case kMsgClose: closeScene(item); return 1;
+    default: return UserItem.fn(item, msg);
     }
 }
 
@@ -165,7 +159,8 @@ Int averageFrame()
 void beginSlide(Sprite& sprite, Int average)
 {
     const Int dayTicks = gState.speed * 60;
-    Int distance = kLandmarkEnd - (widthOf(sprite) + kMilePixels * (gPrev.toNext - gPrev.milesToday / 2)) - sprite.cur.pos.h;
+    Int distance =
+        kLandmarkEnd - (widthOf(sprite) + kMilePixels * (gPrev.toNext - gPrev.milesToday / 2)) - sprite.cur.pos.h;
     if (distance < 1)
         distance = kMilePixels * (10 * gState.pace + 20);
     const Int steps = distance < 176 ? dayTicks / average : 0;

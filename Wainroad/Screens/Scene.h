@@ -1,6 +1,7 @@
 #pragma once
 
-// The picture of the wain under way: oxen that walk, ground and cloud that pass, and the next landmark that comes nearer.
+// The picture of the wain under way: oxen that walk, ground and cloud that pass, and the next landmark that comes
+// nearer.
 
 #include "Wainroad/Frame/Panels.h"
 #include "Wainroad/Frame/Sprites.h"

@@ -26,8 +26,8 @@ const AtRunStart sFreshStart([] { gFinalScore = 0; });
 
 enum ScoreItems : Int { kGoOn = 1, kTable = 2, kNameField = 3 };
 constexpr Int kWords = 3004, kHealthWords = 3007, kOccupations = 3005, kMonths = 3014, kTexts = 3000;
-constexpr Int kNobodysName = 18;  // of STR# 3000, for an empty field
-constexpr Int kLabelColumn = 60;  // pixels left of the right edge
+constexpr Int kNobodysName = 18; // of STR# 3000, for an empty field
+constexpr Int kLabelColumn = 60; // pixels left of the right edge
 constexpr Int kRuleWidth = 50;
 
 Str255 lowered(Str255 text)
@@ -69,8 +69,7 @@ std::array<Row, 8> rowsOf(const Wagon& wagon)
 /// Draws lines of an explanation and a value, both right-justified, from top to bottom.
 class TableDrawer {
 public:
-    explicit TableDrawer(const Rect& box)
-        : box_(box)
+    explicit TableDrawer(const Rect& box) : box_(box)
     {
         FontInfo font;
         GetFontInfo(font);
@@ -215,8 +214,7 @@ Int scorePanelProc(View& panel, Msg& msg)
         if (MsgItem(msg) == kGoOn)
             leaveScore(panel);
         return 1;
-    default:
-        return 0;
+    default: return 0;
     }
 }
 

@@ -40,15 +40,19 @@ Int introPanelProc(View& panel, Msg& msg)
             OpenPanel(PartyPanel2);
         }
         return 1;
-    default:
-        return 0;
+    default: return 0;
     }
 }
 
 // ---- The party
 
 enum PartyItems : Int {
-    kDone = 1, kLeaderName = 2, kFirstFamilyName = 3, kFrame = 7, kOccupations = 8, kAboutOccupations = 9,
+    kDone = 1,
+    kLeaderName = 2,
+    kFirstFamilyName = 3,
+    kFrame = 7,
+    kOccupations = 8,
+    kAboutOccupations = 9,
     kFirstFigure = 12
 };
 constexpr Int kFamily = 4, kProposals = 10;
@@ -122,8 +126,7 @@ Int partyPanelProc(View& panel, Msg& msg)
         case kDone: acceptParty(panel); break;
         }
         return 1;
-    default:
-        return 0;
+    default: return 0;
     }
 }
 
@@ -148,8 +151,7 @@ Int monthPanelProc(View&, Msg& msg)
 {
     constexpr Int kFirstMonth = 3, kLastMonth = 12; // March, and what the climate knows
     switch (msg.what) {
-    case kMsgOpen:
-        return PanelDescriptor(1, 13, 9080);
+    case kMsgOpen: return PanelDescriptor(1, 13, 9080);
     case kMsgClick: {
         const Int month = MsgItem(msg) - 1 + kFirstMonth;
         if (month > kLastMonth)
@@ -161,8 +163,7 @@ Int monthPanelProc(View&, Msg& msg)
             EnableItem(GetMHandle(kFileMenu), item);
         return 1;
     }
-    default:
-        return 0;
+    default: return 0;
     }
 }
 
@@ -187,8 +188,7 @@ Int InfoPanel(View& panel, Msg& msg, const ViewProc& proc, Int descriptor)
         PopKeys();
         ClosePanel(proc);
         return 1;
-    default:
-        return 0;
+    default: return 0;
     }
 }
 

@@ -13,9 +13,9 @@ void LeaveLobby();
 /// Makes the train of one wagon with what was bought, and asks for the month.
 void StartSolo();
 
-extern const ViewProc IntroPanel;           ///< the letter
-extern const ViewProc PartyPanel2;          ///< names and occupation
-extern const ViewProc NoNamePanel;          ///< the leader's name is missing or too long
+extern const ViewProc IntroPanel;  ///< the letter
+extern const ViewProc PartyPanel2; ///< names and occupation
+extern const ViewProc NoNamePanel; ///< the leader's name is missing or too long
 extern const ViewProc OccupationsInfoPanel;
 extern const ViewProc MonthPanel;
 

@@ -21,7 +21,8 @@ namespace {
 constexpr Int kWeatherItem = 2, kGroundItem = 3, kTubeItem = 4;
 constexpr Int kWeatherImages = 5600, kThermometerFrame = 10;
 constexpr Int kLandmarkNames = 3002;
-constexpr Int kLabels = 3013, kMonths = 3014, kWeatherWords = 3012, kPaceWords = 3009, kRationsWords = 3010, kHealthWords = 3007;
+constexpr Int kLabels = 3013, kMonths = 3014, kWeatherWords = 3012, kPaceWords = 3009, kRationsWords = 3010,
+              kHealthWords = 3007;
 constexpr Int kWidth = 119, kWeatherWidth = 53; // of the panel, and of the column under the weather's picture
 constexpr Int kRight = 116;                     // where values end
 constexpr Int kAscent = 10, kDescent = 2;       // of a line of text
@@ -74,7 +75,9 @@ void drawHeadings()
 
 void drawLabels()
 {
-    constexpr struct { Int index, baseline; } kPlaces[] = {{6, 141}, {7, 153}, {3, 189}, {4, 201}, {5, 213}, {2, 225}, {13, 248}};
+    constexpr struct {
+        Int index, baseline;
+    } kPlaces[] = {{6, 141}, {7, 153}, {3, 189}, {4, 201}, {5, 213}, {2, 225}, {13, 248}};
     for (const auto& place : kPlaces)
         drawLabel(place.index, 3, place.baseline);
 }
@@ -90,7 +93,8 @@ void tellDateAndPlace()
 {
     std::string text = string(dateText()) + ". ";
     if (gPrev.toNext > 0)
-        text += string(ListString(kLabels, 6)) + " " + std::to_string(gPrev.toNext) + string(ListString(kLabels, 9)) + ", ";
+        text +=
+            string(ListString(kLabels, 6)) + " " + std::to_string(gPrev.toNext) + string(ListString(kLabels, 9)) + ", ";
     text += string(ListString(kLandmarkNames, gPrev.landmark + 2));
     if (text == sStatus->spoken)
         return;
@@ -177,14 +181,9 @@ Int statusItemProc(View& item, Msg& msg)
                 changeWeather(*item.parent, gPrev.weather);
         }
         return 1;
-    case kMsgDraw:
-        DrawStatus(item, true);
-        return 1;
-    case kMsgTimer:
-        updateStatus(item);
-        return 1;
-    default:
-        return TimedItem(item, msg);
+    case kMsgDraw: DrawStatus(item, true); return 1;
+    case kMsgTimer: updateStatus(item); return 1;
+    default: return TimedItem(item, msg);
     }
 }
 
@@ -214,11 +213,8 @@ Int thermometerItemProc(View& item, Msg& msg)
             }
         }
         return 1;
-    case kMsgDraw:
-        drawThermometer(item);
-        return 1;
-    default:
-        return TimedItem(item, msg);
+    case kMsgDraw: drawThermometer(item); return 1;
+    default: return TimedItem(item, msg);
     }
 }
 
@@ -228,8 +224,8 @@ Int statusPanelProc(View& panel, Msg& msg)
         return 0;
     if (ItemsLoaded(panel)) {
         showWeather(panel, gPrev.weather);
-        InstallUserItem(panel, kGroundItem, ImageItemProc, 0,
-            ImageSpec{kWeatherImages, 15600, kThermometerFrame, 1, gScreenDepth});
+        InstallUserItem(
+            panel, kGroundItem, ImageItemProc, 0, ImageSpec{kWeatherImages, 15600, kThermometerFrame, 1, gScreenDepth});
         InstallUserItem(panel, kTubeItem, ThermometerItem);
         InstallUserItem(panel, 1, StatusItem);
     } else {

@@ -25,7 +25,14 @@ namespace Wainroad {
 namespace {
 
 enum StoreItems : Int {
-    kPicture = 1, kHeading = 2, kCosts = 13, kBuy = 15, kHelp = 16, kFirstField = 17, kPrices = 24, kLeave = 25,
+    kPicture = 1,
+    kHeading = 2,
+    kCosts = 13,
+    kBuy = 15,
+    kHelp = 16,
+    kFirstField = 17,
+    kPrices = 24,
+    kLeave = 25,
     kHave = 27
 };
 constexpr std::array<Int, 5> kColumnHeadings{10, 11, 12, 14, 26};
@@ -37,9 +44,9 @@ constexpr Int kJournalBought = 67;
 using Amounts = std::array<Int, kSupplyCount>;
 
 struct StoreState {
-    Amounts shownCounts{};  // field values that `DrawCosts` last drew
-    Int tooManyItem = 0;    // the slot that broke its limit
-    Int tooManyCount = 0;   // the amount refused, in pairs for oxen, else in stored units
+    Amounts shownCounts{}; // field values that `DrawCosts` last drew
+    Int tooManyItem = 0;   // the slot that broke its limit
+    Int tooManyCount = 0;  // the amount refused, in pairs for oxen, else in stored units
 };
 RunState<StoreState> sStore;
 
@@ -76,7 +83,8 @@ Str255 dollars(Int cents, bool withSign)
 
 // ---- Buying
 
-/// Checks the fields one after another against money, need and limit. @return False if one was refused: a panel says so.
+/// Checks the fields one after another against money, need and limit. @return False if one was refused: a panel says
+/// so.
 bool checkPurchase(View& panel, Amounts& bought, Int& balance)
 {
     balance = fundsAtHand();
@@ -221,8 +229,7 @@ Int storePanelProc(View& panel, Msg& msg)
         if (!gFormingShown)
             SendCommand(kCommandLeaveStore, 0, 0);
         return 1;
-    default:
-        return 0;
+    default: return 0;
     }
 }
 
@@ -266,8 +273,7 @@ Int tooManyPanelProc(View& panel, Msg& msg)
         PopKeys();
         ClosePanel(TooManyPanel);
         return 1;
-    default:
-        return 0;
+    default: return 0;
     }
 }
 
@@ -309,11 +315,8 @@ Int costItemProc(View& item, Msg& msg)
         if (item.disabled == 0 && countsChanged(item))
             DrawCosts(item);
         return 1;
-    case kMsgDraw:
-        DrawCosts(item);
-        return 1;
-    default:
-        return TimedItem(item, msg);
+    case kMsgDraw: DrawCosts(item); return 1;
+    default: return TimedItem(item, msg);
     }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
-// The store: before the journey it fills the wain (`gFormingShown`), at the hearths on the way it sells at rising prices.
+// The store: before the journey it fills the wain (`gFormingShown`), at the hearths on the way it sells at rising
+// prices.
 
 #include "Wainroad/Frame/Panels.h"
 

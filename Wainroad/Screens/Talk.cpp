@@ -164,11 +164,8 @@ Int talkToProc(View& panel, Msg& msg)
         case kTalkTo: goOnToSay(); break;
         }
         return 1;
-    case kMsgClose:
-        s->list = nullptr;
-        return 1;
-    default:
-        return 0;
+    case kMsgClose: s->list = nullptr; return 1;
+    default: return 0;
     }
 }
 
@@ -225,11 +222,8 @@ Int sayProc(View& panel, Msg& msg)
         case kSayDone: ShowTravelScreen(); break;
         }
         return 1;
-    case kMsgClose:
-        ClearKeys();
-        return 1;
-    default:
-        return 0;
+    case kMsgClose: ClearKeys(); return 1;
+    default: return 0;
     }
 }
 

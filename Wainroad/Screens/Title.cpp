@@ -19,11 +19,11 @@ namespace {
 
 enum TitleItems : Int { kPictureItemNo = 1, kLoadItem = 2, kTravelItem = 3 };
 constexpr Int kTitleImages = 9000, kTitleFrameCount = 67;
-constexpr Int kTitleTicks = 7200;  // two minutes to the legends
-constexpr Int kFrameTicks = 2;     // an animation frame lasts 2 ticks
+constexpr Int kTitleTicks = 7200; // two minutes to the legends
+constexpr Int kFrameTicks = 2;    // an animation frame lasts 2 ticks
 
-/// One moving part of the picture: frames `first` to `last` at (`h`, `v`), one step in `stepFrames` frames, `times` runs
-/// and then a pause of `minWait` to `minWait + randWait - 1` frames.
+/// One moving part of the picture: frames `first` to `last` at (`h`, `v`), one step in `stepFrames` frames, `times`
+/// runs and then a pause of `minWait` to `minWait + randWait - 1` frames.
 struct AnimationSpec {
     bool swings;
     Int first, last, h, v, stepFrames, minWait, randWait, times;
@@ -76,7 +76,8 @@ bool stepIsDue(Sprite& sprite, const AnimationSpec& spec, AnimationState& state)
 
 const AnimationSpec* specOf(const Sprite& sprite)
 {
-    return sprite.id >= 0 && sprite.id < I(kAnimations.size()) ? &kAnimations[static_cast<std::size_t>(sprite.id)] : nullptr;
+    return sprite.id >= 0 && sprite.id < I(kAnimations.size()) ? &kAnimations[static_cast<std::size_t>(sprite.id)]
+                                                               : nullptr;
 }
 AnimationState& stateOf(const Sprite& sprite) { return sTitle->animations[static_cast<std::size_t>(sprite.id)]; }
 
@@ -123,15 +124,13 @@ Int titleItemProc(View& item, Msg& msg)
         }
         SWDraw(sTitle->world, sTitle->world.last().get(), thePort->visRgn->region.bounds(), true);
         return 1;
-    case kMsgClick:
-        return 0; // a picture
+    case kMsgClick: return 0; // a picture
     case kMsgClose:
         SWDispose(sTitle->world);
         sTitle->world = {};
         RemoveTimer(item);
         return 1;
-    default:
-        return UserItem.fn(item, msg);
+    default: return UserItem.fn(item, msg);
     }
 }
 
@@ -177,18 +176,12 @@ Int titlePanelProc(View& panel, Msg& msg)
             disableTitleMenus();
             LoadGame();
             break;
-        default:
-            OpenPanel(LegendsPanel);
+        default: OpenPanel(LegendsPanel);
         }
         return 1;
-    case kMsgTimer:
-        OpenPanel(LegendsPanel);
-        return 1;
-    case kMsgClose:
-        RemoveTimer(panel);
-        return 1;
-    default:
-        return 0;
+    case kMsgTimer: OpenPanel(LegendsPanel); return 1;
+    case kMsgClose: RemoveTimer(panel); return 1;
+    default: return 0;
     }
 }
 

@@ -59,7 +59,8 @@ Int drawAmount(Int give)
 {
     const bool alone = gState.wagons == 1;
     const Int base = alone ? 80 : 100, spread = alone ? 41 : 51;
-    float ratio = static_cast<float>(kValue[at(gWantItem)]) / static_cast<float>(kValue[at(give)]) * static_cast<float>(gWantAmount);
+    float ratio = static_cast<float>(kValue[at(gWantItem)]) / static_cast<float>(kValue[at(give)])
+        * static_cast<float>(gWantAmount);
     if (gWantItem == kTradeMoney)
         ratio /= 100.0F;
     const float factor = static_cast<float>(base + RandomN(spread)) / 100.0F;
@@ -132,8 +133,7 @@ Int tradeWantProc(View& panel, Msg& msg)
         case kWantOK: takeWant(panel); break;
         }
         return 1;
-    default:
-        return 0;
+    default: return 0;
     }
 }
 
@@ -150,8 +150,7 @@ Int tradeMessageProc(View& panel, Msg& msg)
             ShowTravelScreen();
         }
         return 1;
-    default:
-        return 0;
+    default: return 0;
     }
 }
 
@@ -301,8 +300,7 @@ Int tradeOfferProc(View& panel, Msg& msg)
             acceptOffer();
         ShowTravelScreen();
         return 1;
-    default:
-        return 0;
+    default: return 0;
     }
 }
 

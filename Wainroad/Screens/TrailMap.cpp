@@ -27,9 +27,7 @@ Int trailItemProc(View& item, Msg& msg)
             TrailInit();
         }
         return 1;
-    case kMsgDraw:
-        DrawTrail();
-        return 1;
+    case kMsgDraw: DrawTrail(); return 1;
     case kMsgTimer:
         if (Held16(gPrev.miles) != sMap->shownMiles) {
             sMap->shownMiles = Held16(gPrev.miles);
@@ -39,11 +37,8 @@ Int trailItemProc(View& item, Msg& msg)
             }
         }
         return 1;
-    case kMsgClose:
-        gTrailDots = {};
-        return TimedItem(item, msg);
-    default:
-        return UserItem.fn(item, msg);
+    case kMsgClose: gTrailDots = {}; return TimedItem(item, msg);
+    default: return UserItem.fn(item, msg);
     }
 }
 
@@ -68,7 +63,8 @@ void DrawTrail()
 
 void DrawSection(Int section, Rect& dot)
 {
-    const Handle& steps = section >= 0 && section < I(gTrailDots.size()) ? gTrailDots[static_cast<std::size_t>(section)] : nullptr;
+    const Handle& steps =
+        section >= 0 && section < I(gTrailDots.size()) ? gTrailDots[static_cast<std::size_t>(section)] : nullptr;
     if (!steps)
         return;
     Int count = 0, total = 0;

@@ -87,8 +87,7 @@ Int trainScoreProc(View& panel, Msg& msg)
             ToTitle();
         }
         return 1;
-    default:
-        return 0;
+    default: return 0;
     }
 }
 

@@ -40,9 +40,9 @@ constexpr Int kRationsIcon = 6030, kPaceIcon = 6050; // icon of the first choice
 constexpr Int kSetOffTicks = 120;
 
 struct TravelState {
-    Int shownRations = 0, shownPace = 0;     // on the two keys that show a choice
-    Int setOffUntil = 0;                     // tick; 0 when no setting off is under way
-    Int setOffToNext = 0, setOffMoving = 0;  // what `gState` showed then
+    Int shownRations = 0, shownPace = 0;    // on the two keys that show a choice
+    Int setOffUntil = 0;                    // tick; 0 when no setting off is under way
+    Int setOffToNext = 0, setOffMoving = 0; // what `gState` showed then
 };
 RunState<TravelState> sTravel;
 const AtRunStart sFreshStart([] {
@@ -96,9 +96,7 @@ Int leftButtonsProc(View& panel, Msg& msg)
         if (rations != sTravel->shownRations)
             showChoice(panel, kRationsIcon, rations, sTravel->shownRations, true);
         return 1;
-    case kMsgClose:
-        RemoveTimer(panel);
-        return 1;
+    case kMsgClose: RemoveTimer(panel); return 1;
     case kMsgClick:
         switch (MsgItem(msg)) {
         case 2: ShowTravelScreen(); break;
@@ -118,8 +116,7 @@ Int leftButtonsProc(View& panel, Msg& msg)
         case 6: BuySupplies(); break;
         }
         return 1;
-    default:
-        return 0;
+    default: return 0;
     }
 }
 
@@ -146,9 +143,7 @@ Int rightButtonsProc(View& panel, Msg& msg)
         if (gState.pace != sTravel->shownPace)
             showChoice(panel, kPaceIcon, gState.pace, sTravel->shownPace, true);
         return 1;
-    case kMsgClose:
-        RemoveTimer(panel);
-        return 1;
+    case kMsgClose: RemoveTimer(panel); return 1;
     case kMsgClick:
         switch (MsgItem(msg)) {
         case 2:
@@ -174,8 +169,7 @@ Int rightButtonsProc(View& panel, Msg& msg)
         case 6: huntIfWeatherAllows(); break;
         }
         return 1;
-    default:
-        return 0;
+    default: return 0;
     }
 }
 
@@ -197,19 +191,16 @@ Int travelPanelProc(View& panel, Msg& msg)
             ShowTravelScreen();
         }
         return 1;
-    case kMsgClose:
-        RemoveTimer(panel);
-        return 1;
-    default:
-        return 0;
+    case kMsgClose: RemoveTimer(panel); return 1;
+    default: return 0;
     }
 }
 
 void openLandmark(View& panel)
 {
     const Int picture = gLandmarkPictures[TrailRow(gState.landmark + 1)];
-    InstallUserItem(panel, 1, ImageItemProc, 0,
-        ImageSpec{5300 + picture / 2, 15300 + picture / 2, picture % 2, 1, gScreenDepth});
+    InstallUserItem(
+        panel, 1, ImageItemProc, 0, ImageSpec{5300 + picture / 2, 15300 + picture / 2, picture % 2, 1, gScreenDepth});
     AddTimer(panel, 4);
     gShownLandmark = gState.landmark;
 }
@@ -227,11 +218,8 @@ Int landmarkPanelProc(View& panel, Msg& msg)
             OpenPanel(TravelPanel);
         }
         return 1;
-    case kMsgClose:
-        RemoveTimer(panel);
-        return 1;
-    default:
-        return 0;
+    case kMsgClose: RemoveTimer(panel); return 1;
+    default: return 0;
     }
 }
 
@@ -284,11 +272,8 @@ Int continuePanelProc(View& panel, Msg& msg)
         else
             Continue(2);
         return 1;
-    case kMsgClose:
-        RemoveTimer(panel);
-        return 1;
-    default:
-        return 0;
+    case kMsgClose: RemoveTimer(panel); return 1;
+    default: return 0;
     }
 }
 
@@ -309,11 +294,8 @@ Int timeOutPanelProc(View& panel, Msg& msg)
         if (gState.wagons != 1)
             ShowTravelScreen();
         return 1;
-    case kMsgClose:
-        RemoveTimer(panel);
-        return 1;
-    default:
-        return 0;
+    case kMsgClose: RemoveTimer(panel); return 1;
+    default: return 0;
     }
 }
 
@@ -354,7 +336,8 @@ void SetOff(Int route)
 
 bool SettingOff()
 {
-    const bool unchanged = gState.toNext == sTravel->setOffToNext && (gState.mode & kModeMoving) == sTravel->setOffMoving;
+    const bool unchanged =
+        gState.toNext == sTravel->setOffToNext && (gState.mode & kModeMoving) == sTravel->setOffMoving;
     if (!unchanged || TickCount() >= sTravel->setOffUntil)
         sTravel->setOffUntil = 0;
     return sTravel->setOffUntil != 0;
@@ -369,7 +352,8 @@ void Continue(Int item)
         OpenPanel(RiverPanel);
         return;
     }
-    if (gState.toNext == 0 && (gState.landmark == kFirstFork || gState.landmark == kSecondFork || gState.landmark == kTollLandmark)) {
+    if (gState.toNext == 0
+        && (gState.landmark == kFirstFork || gState.landmark == kSecondFork || gState.landmark == kTollLandmark)) {
         OpenPanel(RoutePanel);
         return;
     }

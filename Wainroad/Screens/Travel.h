@@ -23,10 +23,10 @@ void SetOff(Int route);
 bool SettingOff();
 
 extern const ViewProc LeftButtonsPanel, RightButtonsPanel;
-extern const ViewProc TravelPanel;                     ///< the map
+extern const ViewProc TravelPanel; ///< the map
 extern const ViewProc LandmarkPanel, LandmarkNamePanel;
 extern const ViewProc ContinuePanel, TimeOutPanel;
-extern const ViewProc TrailItem;                       ///< the dots of the way behind
+extern const ViewProc TrailItem; ///< the dots of the way behind
 
 /// Draws the dots of the miles made, in window coordinates.
 void DrawTrail();

@@ -181,7 +181,7 @@ Int& Holding(Wagon& wagon, Int item)
 struct Half {
     Int item, amount;
 
-    Half(Int i, Int n) : item(i), amount(i == kOxen ? n * 2 : n) {}
+    Half(Int i, Int n) : item(i), amount(i == kOxen ? n * 2 : n) { }
 
     bool canMove(Wagon& giver, Wagon& taker) const
     {

@@ -9,11 +9,11 @@ namespace Wainroad {
 enum Command : Int {
     kCommandRations = 0, ///< a: rations
     kCommandRequest = 1, ///< a: item wanted, b: amount
-    kCommandPace = 2, ///< a: pace
-    kCommandRest = 3, ///< a: days
+    kCommandPace = 2,    ///< a: pace
+    kCommandRest = 3,    ///< a: days
     kCommandStop = 4,
     kCommandContinue = 5, ///< a: route
-    kCommandHunted = 6, ///< a: pounds of food, b: bullets used
+    kCommandHunted = 6,   ///< a: pounds of food, b: bullets used
     kCommandEnterStore = 7,
     kCommandLeaveStore = 8,
     kCommandCross = 10,
@@ -25,11 +25,11 @@ enum Command : Int {
     kCommandHunt = 16,
     kCommandMark = 17,
     kCommandUnmark = 18,
-    kCommandFine = 19, ///< 500 cents from everybody
+    kCommandFine = 19,     ///< 500 cents from everybody
     kCommandSupplies = 20, ///< a supply change
-    kCommandTrade = 40, ///< a trade
-    kCommandCrossed = 60, ///< a `LossPacket`
-    kCommandRafted = 61 ///< a `LossPacket`
+    kCommandTrade = 40,    ///< a trade
+    kCommandCrossed = 60,  ///< a `LossPacket`
+    kCommandRafted = 61    ///< a `LossPacket`
 };
 
 /// Queues a command of this program's wagon. `a` keeps 8 bits, `b` 32.

@@ -11,7 +11,7 @@ namespace Wainroad {
 /// Fills the fields from bytes.
 class FieldReader {
 public:
-    explicit FieldReader(const std::uint8_t* from) : at_(from) {}
+    explicit FieldReader(const std::uint8_t* from) : at_(from) { }
 
     void u8(Int& field) { field = *at_++; }
     void s8(Int& field) { field = static_cast<std::int8_t>(*at_++); }
@@ -19,13 +19,12 @@ public:
     void s16(Int& field) { u16(field), field = static_cast<std::int16_t>(field); }
     void s32(Int& field)
     {
-        field = static_cast<std::int32_t>(static_cast<std::uint32_t>(at_[0]) << 24 | static_cast<std::uint32_t>(at_[1]) << 16
-            | static_cast<std::uint32_t>(at_[2]) << 8 | at_[3]);
+        field = static_cast<std::int32_t>(static_cast<std::uint32_t>(at_[0]) << 24
+            | static_cast<std::uint32_t>(at_[1]) << 16 | static_cast<std::uint32_t>(at_[2]) << 8 | at_[3]);
         at_ += 4;
     }
     void name(Name15& field) { field = Name15(std::span(at_, Name15::kMaxLength + 1)), at_ += Name15::kMaxLength + 1; }
-    template <std::size_t N>
-    void raw(std::array<std::uint8_t, N>& field)
+    template <std::size_t N> void raw(std::array<std::uint8_t, N>& field)
     {
         std::memcpy(field.data(), at_, N);
         at_ += N;
@@ -38,7 +37,7 @@ private:
 /// Stores the fields as bytes.
 class FieldWriter {
 public:
-    explicit FieldWriter(std::uint8_t* to) : at_(to) {}
+    explicit FieldWriter(std::uint8_t* to) : at_(to) { }
 
     const std::uint8_t* position() const { return at_; }
     void u8(Int field) { *at_++ = static_cast<std::uint8_t>(field); }
@@ -47,8 +46,7 @@ public:
     void s16(Int field) { u16(field); }
     void s32(Int field) { u16(field >> 16), u16(field); }
     void name(const Name15& field) { raw(field.field()); }
-    template <std::size_t N>
-    void raw(const std::array<std::uint8_t, N>& field)
+    template <std::size_t N> void raw(const std::array<std::uint8_t, N>& field)
     {
         std::memcpy(at_, field.data(), N);
         at_ += N;
@@ -66,11 +64,8 @@ public:
     void u16(Int& field) { field = Held16(field); }
     void s16(Int& field) { field = HeldS16(field); }
     void s32(Int& field) { field = HeldS32(field); }
-    void name(Name15&) {}
-    template <std::size_t N>
-    void raw(std::array<std::uint8_t, N>&)
-    {
-    }
+    void name(Name15&) { }
+    template <std::size_t N> void raw(std::array<std::uint8_t, N>&) { }
 };
 
 } // namespace Wainroad

@@ -10,7 +10,7 @@
 namespace Wainroad {
 
 static constexpr Int kHighCountry = 12; ///< landmark from which the trail is rough and the storms bring snow
-static constexpr Int kForced = 128; ///< bit of a weather code that a hazard forces on the day's update
+static constexpr Int kForced = 128;     ///< bit of a weather code that a hazard forces on the day's update
 
 /// A shorter delay never shortens a longer one.
 static void Delay(Int days)

@@ -28,7 +28,7 @@ Int gTrainChoice = 0;
 Str255 gTrainName{0};
 bool gFormingShown = false;
 
-static constexpr Int kSilence = 2250; ///< ticks after which who is not heard counts as gone
+static constexpr Int kSilence = 2250;   ///< ticks after which who is not heard counts as gone
 static constexpr Int kMarkLapses = 300; ///< ticks
 
 static const AtRunStart sFreshLobby{[] {

@@ -9,10 +9,10 @@ namespace Wainroad {
 /// A node that has been heard.
 struct LobbyEntry {
     Int node = 0;
-    Int state = 0; ///< 2 or above
-    Int heard = 0; ///< `TickCount` when last heard
+    Int state = 0;   ///< 2 or above
+    Int heard = 0;   ///< `TickCount` when last heard
     Str255 train{0}; ///< name of its leader
-    Str255 name{0}; ///< name of its train
+    Str255 name{0};  ///< name of its train
 };
 
 /// Values of `gLobbyState`.
@@ -23,14 +23,14 @@ inline constexpr Int kLobbyPacketBytes = 118;
 extern std::array<LobbyEntry, 60> gLobby;
 extern Int gLobbyCount;
 extern Int gLobbyState;
-extern Int gLobbyTick; ///< a time mark; 0 when it has lapsed
-extern std::array<Int, kMaxWagons> gHeard; ///< `TickCount` of the last word of each wagon of `gTrain`
+extern Int gLobbyTick;                             ///< a time mark; 0 when it has lapsed
+extern std::array<Int, kMaxWagons> gHeard;         ///< `TickCount` of the last word of each wagon of `gTrain`
 extern std::array<Str255, kMaxPeople> gPartyNames; ///< leader first
-extern Int gPartySize; ///< 1..5
-extern Int gOccupation; ///< 0..7
-extern Int gStartMoney; ///< cents
+extern Int gPartySize;                             ///< 1..5
+extern Int gOccupation;                            ///< 0..7
+extern Int gStartMoney;                            ///< cents
 extern std::array<Int, kSupplyCount> gStartSupplies;
-extern std::array<Str255, 9> gTrainNames; ///< all empty
+extern std::array<Str255, 9> gTrainNames;  ///< all empty
 extern std::array<bool, 8> gTrainNameUsed; ///< all false
 extern Int gTrainChoice;
 extern Str255 gTrainName;

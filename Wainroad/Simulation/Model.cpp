@@ -60,7 +60,10 @@ void ModelInit()
 void ModelClose() { VRemove(gModelVBL); }
 
 /// True if days pass: the train rests, or moves and is not suspended.
-static bool DaysPass() { return gTrain.mode & kModeResting || (gTrain.mode & (kModeMoving | kModeSuspended)) == kModeMoving; }
+static bool DaysPass()
+{
+    return gTrain.mode & kModeResting || (gTrain.mode & (kModeMoving | kModeSuspended)) == kModeMoving;
+}
 
 void ModelVBL()
 {
@@ -132,7 +135,8 @@ void SystemFilter(const PacketHeader& packet)
 {
     if (gState.mode == 0 || packet.data.empty() || packet.data[0] == 0)
         return;
-    const auto free = std::find_if(gMessages.begin(), gMessages.end(), [](const ModelMessage& m) { return m.kind == 0; });
+    const auto free =
+        std::find_if(gMessages.begin(), gMessages.end(), [](const ModelMessage& m) { return m.kind == 0; });
     if (free == gMessages.end())
         return;
     ByteReader in(packet.data);

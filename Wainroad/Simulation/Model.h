@@ -28,20 +28,20 @@ enum MessageKind : Int {
 
 inline constexpr Int kModelTicks = 75; ///< ticks of a model period
 
-extern Int gMySlot; ///< slot of this program's wagon
-extern bool gMourning; ///< a death happened and the mourning panel is due
-extern bool gNewDeaths; ///< a crossing's deaths that the train has not been told about
-extern Int gModelTicks; ///< periods since the last day, 0..255
-extern Int gPlaying; ///< 0 no journey, 1 a train is forming, 2 under way
-extern Int gLeaderStart; ///< tick at which a follower joined; 0 here
+extern Int gMySlot;             ///< slot of this program's wagon
+extern bool gMourning;          ///< a death happened and the mourning panel is due
+extern bool gNewDeaths;         ///< a crossing's deaths that the train has not been told about
+extern Int gModelTicks;         ///< periods since the last day, 0..255
+extern Int gPlaying;            ///< 0 no journey, 1 a train is forming, 2 under way
+extern Int gLeaderStart;        ///< tick at which a follower joined; 0 here
 extern bool gTradeWithEmigrant; ///< a trade with somebody met on the trail is open
 
 extern std::array<ModelMessage, 8> gMessages;
-extern Int gMessageCount; ///< entries of `gMessages` in use
-extern Bytes gStateBuffer; ///< the byte form of a state under assembly
+extern Int gMessageCount;                ///< entries of `gMessages` in use
+extern Bytes gStateBuffer;               ///< the byte form of a state under assembly
 extern std::array<Int, 32> gNodeMissing; ///< by fragment: 1 once it is here
-extern std::array<Int, 8> gNodeSerial; ///< serial of each fragment
-extern Int gStateCount; ///< states received whole
+extern std::array<Int, 8> gNodeSerial;   ///< serial of each fragment
+extern Int gStateCount;                  ///< states received whole
 
 /// Clears `mode` in all three records and the messages, registers the filters of types 1, 2 and 7, and installs the
 /// model's task, every 75 ticks. A failed install ends in `Fatal`.
@@ -56,7 +56,7 @@ void BroadcastState();
 /// Caps three fields of `from`. The other wagons and the tail of `to` stay.
 void CopyState(GameState& from, GameState& to);
 
-void StateFilter(const PacketHeader& packet); ///< type 1: rebuilds `gState`
+void StateFilter(const PacketHeader& packet);  ///< type 1: rebuilds `gState`
 void SystemFilter(const PacketHeader& packet); ///< type 7: notes a message; a ninth is lost
 
 } // namespace Wainroad

@@ -104,7 +104,8 @@ void DispatchPackets()
         if (gPackets[i].state != 1)
             continue;
         const Int type = gPackets[i].p.type;
-        const auto found = std::find_if(gFilters.begin(), gFilters.end(), [type](const Filter& f) { return f.type == type; });
+        const auto found =
+            std::find_if(gFilters.begin(), gFilters.end(), [type](const Filter& f) { return f.type == type; });
         if (found != gFilters.end()) {
             const FilterProc proc = found->proc;
             proc(gPackets[i].p);
@@ -116,7 +117,8 @@ void DispatchPackets()
 
 static std::vector<Filter>::iterator FindFilter(Int type)
 {
-    return std::find_if(gFilters.begin(), gFilters.end(), [type](const Filter& f) { return (f.type & 255) == (type & 255); });
+    return std::find_if(
+        gFilters.begin(), gFilters.end(), [type](const Filter& f) { return (f.type & 255) == (type & 255); });
 }
 
 void AddFilter(Int type, FilterProc proc)

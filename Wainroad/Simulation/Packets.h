@@ -26,17 +26,17 @@ struct PacketHeader {
     Int length = 0; ///< of the data, plus 14
     Int sender = 0;
     Int parts = 0; ///< packets of the message
-    Int part = 0; ///< of this packet, from 1
+    Int part = 0;  ///< of this packet, from 1
     Int flags = 0; ///< stored only
     Int type = 0;
     Int x0C = 0; ///< always 2
-    Bytes data; ///< at most 572 bytes
+    Bytes data;  ///< at most 572 bytes
 };
 
 struct PacketBuffer {
     Int state = 0; ///< 0 free, 1 waits for dispatch
-    Int busy = 0; ///< claims while it is filled
-    Int dest = 0; ///< node, 255 for all; stored only, as the rest but `p`
+    Int busy = 0;  ///< claims while it is filled
+    Int dest = 0;  ///< node, 255 for all; stored only, as the rest but `p`
     Int time = 0;
     Int retries = 0;
     Int waiting = 0;
@@ -52,9 +52,9 @@ struct Filter {
 };
 
 extern std::vector<PacketBuffer> gPackets; ///< 16 buffers between `PacketsInit` and `CloseNetwork`, else none
-extern std::vector<Filter> gFilters; ///< at most 12
+extern std::vector<Filter> gFilters;       ///< at most 12
 extern Int gSerial;
-extern Int gMyID; ///< this program's node, 42 from `PacketsInit` on
+extern Int gMyID;     ///< this program's node, 42 from `PacketsInit` on
 extern Int gMachines; ///< machines in a train that forms; 0 here
 extern Int gNetSocket;
 extern bool gQueueFull; ///< a queue attempt found no buffer

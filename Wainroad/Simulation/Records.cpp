@@ -29,8 +29,7 @@ Str255 str15(std::span<const std::uint8_t> counted) { return Name15(counted); }
 
 /// 0x00 flags, flags2, rations, occupation, people, startPeople; 0x06 family; 0x46 node, x47; 0x48 supply (s16);
 /// 0x56 money, x5A (s32); 0x5E x5E, x5F, health, sickness, x62; 0x63 illness; 0x68 illDays; 0x6D x6D.
-template <typename Stream, typename Record>
-static void wagonFields(Stream& s, Record& w)
+template <typename Stream, typename Record> static void wagonFields(Stream& s, Record& w)
 {
     s.u8(w.flags), s.u8(w.flags2), s.u8(w.rations), s.u8(w.occupation), s.u8(w.people), s.u8(w.startPeople);
     for (auto& name : w.family)
@@ -48,26 +47,24 @@ static void wagonFields(Stream& s, Record& w)
 }
 
 /// The first 604 bytes.
-template <typename Stream, typename Record>
-static void headFields(Stream& s, Record& g)
+template <typename Stream, typename Record> static void headFields(Stream& s, Record& g)
 {
     s.s16(g.year), s.u8(g.month), s.u8(g.day), s.u8(g.pace), s.u8(g.mode), s.u8(g.delayDays), s.u8(g.restDays); // 0x000
-    s.u8(g.wagons), s.u8(g.captain); // 0x008
-    for (auto& index : g.order) // 0x00A
+    s.u8(g.wagons), s.u8(g.captain);                                                                            // 0x008
+    for (auto& index : g.order)                                                                                 // 0x00A
         s.u8(index);
     for (auto& name : g.names) // 0x02A
         s.name(name);
     s.u8(g.riverDepth), s.u8(g.riverWidth), s.u8(g.region), s.u8(g.weather), s.u8(g.temperature), s.u8(g.x22F); // 0x22A
-    s.u16(g.rain), s.u16(g.snow), s.u16(g.rainToday), s.u16(g.snowToday); // 0x230
-    s.s8(g.landmark), s.u8(g.toNext), s.s16(g.miles), s.u8(g.x23C), s.u8(g.milesToday), s.u8(g.route); // 0x238
-    s.u8(g.startWagons), s.u8(g.slots), s.u8(g.startMonth), s.u8(g.startDay); // 0x23F
-    s.u8(g.speed), s.u8(g.opt244), s.u8(g.opt245), s.u8(g.opt246), s.u8(g.huntTime), s.u8(g.opt248); // 0x243
-    s.u8(g.x249), s.u8(g.leader), s.raw(g.x24B); // 0x249
+    s.u16(g.rain), s.u16(g.snow), s.u16(g.rainToday), s.u16(g.snowToday);                                       // 0x230
+    s.s8(g.landmark), s.u8(g.toNext), s.s16(g.miles), s.u8(g.x23C), s.u8(g.milesToday), s.u8(g.route);          // 0x238
+    s.u8(g.startWagons), s.u8(g.slots), s.u8(g.startMonth), s.u8(g.startDay);                                   // 0x23F
+    s.u8(g.speed), s.u8(g.opt244), s.u8(g.opt245), s.u8(g.opt246), s.u8(g.huntTime), s.u8(g.opt248);            // 0x243
+    s.u8(g.x249), s.u8(g.leader), s.raw(g.x24B);                                                                // 0x249
 }
 
 /// Runs `read` over the bytes, padded with zeros if they are fewer than `size`.
-template <typename Read>
-static void readPadded(std::span<const std::uint8_t> packed, Int size, Read read)
+template <typename Read> static void readPadded(std::span<const std::uint8_t> packed, Int size, Read read)
 {
     if (I(packed.size()) >= size) {
         FieldReader in(packed.data());
@@ -157,12 +154,11 @@ void GameState::loadBroadcast(std::span<const std::uint8_t> packed)
 // Options
 
 /// The two texts are written apart: they are counted strings of their own lengths.
-template <typename Stream, typename Record>
-static void optionFields(Stream& s, Record& o)
+template <typename Stream, typename Record> static void optionFields(Stream& s, Record& o)
 {
     s.u8(o.x10B), s.s16(o.mode), s.u8(o.x10E), s.u8(o.speed), s.u8(o.huntTime); // 267
-    s.raw(o.x111); // 273
-    s.u8(o.opt248), s.u8(o.opt244), s.u8(o.opt245), s.u8(o.opt246); // 414
+    s.raw(o.x111);                                                              // 273
+    s.u8(o.opt248), s.u8(o.opt244), s.u8(o.opt245), s.u8(o.opt246);             // 414
 }
 
 static constexpr std::size_t kHintBytes = 256, kPasswordBytes = 11;
@@ -207,8 +203,7 @@ void Options::load(std::span<const std::uint8_t> packed)
 // LossPacket
 
 /// Kind, slot, seven losses (s16), five marks of the drowned, a zero.
-template <typename Stream, typename Record>
-static void lossFields(Stream& s, Record& losses)
+template <typename Stream, typename Record> static void lossFields(Stream& s, Record& losses)
 {
     s.u8(losses.kind), s.u8(losses.slot);
     for (auto& amount : losses.supplies)

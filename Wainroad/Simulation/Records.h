@@ -20,14 +20,14 @@ enum ModeBit : Int {
     kModeLive = 1,
     kModeMoving = 2,
     kModeResting = 4,
-    kModeDelayed = 8, ///< a forced stop
+    kModeDelayed = 8,    ///< a forced stop
     kModeSuspended = 16, ///< no day passes; nothing sets it
-    kModeOver = 32 ///< the game is lost
+    kModeOver = 32       ///< the game is lost
 };
 
 /// Bits of `Wagon::flags`.
 enum WagonFlag : Int {
-    kFlagOxenGone = 1, ///< the loss of the last ox has been told
+    kFlagOxenGone = 1,    ///< the loss of the last ox has been told
     kFlagFirstBroken = 2, ///< a broken part of the first kind; the second and third kind follow as 4 and 8
     kFlagSecondBroken = 4,
     kFlagThirdBroken = 8,
@@ -59,7 +59,7 @@ public:
 
     Name15() = default;
     Name15(std::span<const std::uint8_t> counted);
-    Name15(const Str255& counted) : Name15(std::span<const std::uint8_t>(counted)) {}
+    Name15(const Str255& counted) : Name15(std::span<const std::uint8_t>(counted)) { }
 
     operator Str255() const { return {bytes_.begin(), bytes_.begin() + 1 + bytes_[0]}; }
     Int length() const { return bytes_[0]; }
@@ -78,21 +78,21 @@ Str255 str15(std::span<const std::uint8_t> counted);
 /// One party. Byte form: 110 bytes.
 struct Wagon {
     Int flags = 0, flags2 = 0;
-    Int rations = 0; ///< 0..2, 0 is the fullest
-    Int occupation = 0; ///< 0..7
-    Int people = 0; ///< alive, 0..5
-    Int startPeople = 0; ///< 1..5
+    Int rations = 0;                ///< 0..2, 0 is the fullest
+    Int occupation = 0;             ///< 0..7
+    Int people = 0;                 ///< alive, 0..5
+    Int startPeople = 0;            ///< 1..5
     std::array<Name15, 4> family{}; ///< members 1 to 4; member 0 is named by `GameState::names`
-    Int node = 0; ///< who plays it; 255 when the wagon is gone
+    Int node = 0;                   ///< who plays it; 255 when the wagon is gone
     Int x47 = 0;
     std::array<Int, kSupplyCount> supply{};
-    Int money = 0; ///< cents
-    Int x5A = 0; ///< amount of the open trade request
-    Int x5E = 0; ///< its item; 255 for none
-    Int x5F = 0; ///< days that it has left
+    Int money = 0;  ///< cents
+    Int x5A = 0;    ///< amount of the open trade request
+    Int x5E = 0;    ///< its item; 255 for none
+    Int x5F = 0;    ///< days that it has left
     Int health = 0; ///< burden: 0 is perfect, 139 the worst
     Int sickness = 0;
-    Int x62 = 0; ///< extra burden of one day
+    Int x62 = 0;                           ///< extra burden of one day
     std::array<Int, kMaxPeople> illness{}; ///< see `Illness`
     std::array<Int, kMaxPeople> illDays{};
     Int x6D = 0;
@@ -111,25 +111,25 @@ struct Wagon {
 /// One journey. Byte form: 4234 bytes, of which head, wagons and tail follow one another.
 struct GameState {
     Int year = 0, month = 0, day = 0; ///< month 1..12, day 1..31
-    Int pace = 0; ///< 0..2, 0 is the slowest
-    Int mode = 0; ///< see `ModeBit`
+    Int pace = 0;                     ///< 0..2, 0 is the slowest
+    Int mode = 0;                     ///< see `ModeBit`
     Int delayDays = 0, restDays = 0;
-    Int wagons = 0; ///< still in the train
-    Int captain = kNobody; ///< slot
+    Int wagons = 0;                                 ///< still in the train
+    Int captain = kNobody;                          ///< slot
     std::array<Int, kMaxWagons> order = allEmpty(); ///< slot to index in `wagon`; 255 is an empty slot
-    std::array<Name15, kMaxWagons> names{}; ///< of each slot
-    Int riverDepth = 0; ///< half feet
-    Int riverWidth = 0; ///< tens of feet
-    Int region = 0; ///< row of the climate tables
-    Int weather = 0; ///< 0..9; 128 is added to a code that a hazard forces on the next day
+    std::array<Name15, kMaxWagons> names{};         ///< of each slot
+    Int riverDepth = 0;                             ///< half feet
+    Int riverWidth = 0;                             ///< tens of feet
+    Int region = 0;                                 ///< row of the climate tables
+    Int weather = 0;     ///< 0..9; 128 is added to a code that a hazard forces on the next day
     Int temperature = 0; ///< 0 very cold .. 5 very hot
     Int x22F = 0;
     Int rain = 0, snow = 0; ///< on the ground
     Int rainToday = 0, snowToday = 0;
     Int landmark = -1; ///< headed for, or stood at when `toNext` is 0; -1 before the first leg
-    Int toNext = 0; ///< miles
-    Int miles = 0; ///< since the start
-    Int x23C = 0; ///< length of the present leg, miles
+    Int toNext = 0;    ///< miles
+    Int miles = 0;     ///< since the start
+    Int x23C = 0;      ///< length of the present leg, miles
     Int milesToday = 0;
     Int route = 0; ///< bit 1 and 2: the branch was taken at landmark 6 and 13
     Int startWagons = 0;
@@ -139,8 +139,8 @@ struct GameState {
     Int opt244 = 0, opt245 = 0, opt246 = 0;
     Int huntTime = 0;
     Int opt248 = 0;
-    Int x249 = 0; ///< who holds the talk turn; 255 for nobody
-    Int leader = kNobody; ///< node that runs the model
+    Int x249 = 0;                        ///< who holds the talk turn; 255 for nobody
+    Int leader = kNobody;                ///< node that runs the model
     std::array<std::uint8_t, 17> x24B{}; ///< counted name of the train
     std::array<Wagon, kMaxWagons> wagon{};
     std::array<std::uint8_t, kTailBytes> x101C{};
@@ -174,7 +174,7 @@ private:
 
 /// The stored settings. Byte form: 418 bytes.
 struct Options {
-    Str255 hint{0}; ///< at most 255 characters
+    Str255 hint{0};     ///< at most 255 characters
     Str255 password{0}; ///< at most 10 characters
     Int x10B = 0;
     Int mode = 0; ///< network mode, 0..2
@@ -196,7 +196,7 @@ struct LossPacket {
     Int kind = 0; ///< command number
     Int slot = 0;
     std::array<Int, kSupplyCount> supplies{}; ///< units lost
-    std::array<Int, kMaxPeople> drowned{}; ///< not 0 for who drowned
+    std::array<Int, kMaxPeople> drowned{};    ///< not 0 for who drowned
 
     /// The 22 bytes; lists that are too short count as padded with zeros.
     static Bytes bytes(Int kind, Int slot, std::span<const Int> supplies, std::span<const Int> drowned);
@@ -205,13 +205,14 @@ struct LossPacket {
 
 extern GameState gTrain; ///< the model's record; only the model writes it
 extern GameState gState; ///< the view's copy, rebuilt from each broadcast
-extern GameState gPrev; ///< the state as last shown
+extern GameState gPrev;  ///< the state as last shown
 extern Options gOptions;
 
 /// True if `slot` is below `slots` and its entry of `order` is not 255.
 inline bool SlotUsed(const GameState& state, Int slot)
 {
-    return slot >= 0 && slot < kMaxWagons && slot < state.slots && state.order[static_cast<std::size_t>(slot)] != kNobody;
+    return slot >= 0 && slot < kMaxWagons && slot < state.slots
+        && state.order[static_cast<std::size_t>(slot)] != kNobody;
 }
 /// How many slots are used.
 Int UsedSlots(const GameState& state);
