@@ -1,5 +1,19 @@
 # A building is a folder of floors, named from the ground up; each floor is a library that may use the floors below it.
 
+# Headers of the standard library that most rooms include, compiled once. A room still includes what it uses.
+function(wr_precompile target)
+  if(WR_PRECOMPILE)
+    if(NOT TARGET wr_precompiled)
+      file(WRITE ${PROJECT_BINARY_DIR}/precompiled.cpp "")
+      add_library(wr_precompiled STATIC ${PROJECT_BINARY_DIR}/precompiled.cpp)
+      target_link_libraries(wr_precompiled PRIVATE wr_options)
+      target_precompile_headers(wr_precompiled PRIVATE <algorithm> <array> <functional> <map> <memory> <mutex> <optional>
+        <span> <string> <string_view> <vector>)
+    endif()
+    target_precompile_headers(${target} REUSE_FROM wr_precompiled)
+  endif()
+endfunction()
+
 # wr_building(MacToolbox FLOORS Base Data ... USES libraries)
 function(wr_building name)
   cmake_parse_arguments(ARG "" "" "FLOORS;USES" ${ARGN})
@@ -20,9 +34,24 @@ function(wr_floor building floor)
   if(sources)
     add_library(${building}.${floor} STATIC ${sources})
     target_link_libraries(${building}.${floor} PUBLIC wr_options ${ARG_USES})
+    wr_precompile(${building}.${floor})
   else()
     add_library(${building}.${floor} INTERFACE)
     target_link_libraries(${building}.${floor} INTERFACE wr_options ${ARG_USES})
+  endif()
+endfunction()
+
+# The same for tests, which all include GoogleTest.
+function(wr_precompile_tests target)
+  if(WR_PRECOMPILE)
+    if(NOT TARGET wr_precompiled_tests)
+      file(WRITE ${PROJECT_BINARY_DIR}/precompiled_tests.cpp "int main() {}\n")
+      add_executable(wr_precompiled_tests ${PROJECT_BINARY_DIR}/precompiled_tests.cpp) # flags of an executable, as the tests
+      target_link_libraries(wr_precompiled_tests PRIVATE wr_options GTest::gtest)
+      target_precompile_headers(wr_precompiled_tests PRIVATE <gtest/gtest.h> <algorithm> <array> <fstream> <functional> <map>
+        <memory> <mutex> <optional> <span> <string> <string_view> <vector>)
+    endif()
+    target_precompile_headers(${target} REUSE_FROM wr_precompiled_tests)
   endif()
 endfunction()
 
@@ -36,6 +65,7 @@ function(wr_tests folder)
   endif()
   add_executable(test_${folder} ${sources})
   target_link_libraries(test_${folder} PRIVATE ${ARG_USES} GTest::gtest_main)
+  wr_precompile_tests(test_${folder})
   set(label ${folder})
   if(ARG_LABEL)
     set(label ${ARG_LABEL})
